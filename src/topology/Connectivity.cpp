@@ -1,0 +1,98 @@
+// Node-to-cell and cell-to-face rows, derived once per calculator from the host's cell-to-node rows
+// and face records. In the names a digit is a dimension: 0 node, 2 face, 3 cell.
+
+#include <algorithm>
+#include <cstddef>
+#include <vector>
+
+#include "CKVR3DWeldLine.h"
+#include "FaceViews.h"
+#include "Trace.h"
+
+using namespace weldline::core;
+
+namespace {
+
+std::size_t slotsUpTo(int last) {
+    return static_cast<std::size_t>(std::ptrdiff_t{last} + 1);
+}
+
+void append(int* row, int capacity, int member) {
+    if (row[0] < capacity) row[++row[0]] = member;
+}
+
+std::vector<int> countCellsOfNodes(int** cellNode, int cells, int nodes) {
+    std::vector<int> count(slotsUpTo(nodes), 0);
+    for (int c = 1; c <= cells; ++c) {
+        for (int k = 1; k <= cellNode[c][0]; ++k) ++count[cellNode[c][k]];
+    }
+    return count;
+}
+
+void countInnerFaces(const InnerFaces& faces, std::vector<int>& count) {
+    for (int f = 1; f <= faces.count; ++f) {
+        ++count[firstCell(faces.record[f])];
+        ++count[secondCell(faces.record[f])];
+    }
+}
+
+void countInterfaceFaces(const InterfaceFaces& faces, std::vector<int>& count) {
+    for (int i = 1; i <= faces.count(); ++i) ++count[faces.ownCell(i)];
+}
+
+void countBoundaryFaces(const BoundaryGroup& faces, std::vector<int>& count) {
+    for (int i = 1; i <= faces.count; ++i) ++count[faces.cell[i]];
+}
+
+}  // namespace
+
+void CKVR3DWeldLine::getMeshTopologyConn() {
+    trace(*this, "calWeldLine: getMeshTopologyConn\n");
+    getInnerCell03Conn();
+    getCell32Conn();
+}
+
+// Rows of own cells in ascending order; a node that a cell lists twice gets the cell twice.
+void CKVR3DWeldLine::getInnerCell03Conn() {
+    trace(*this, "calWeldLine: getInnerCell03Conn\n");
+    if (m_ppNodeCell != nullptr) return;
+    const std::vector<int> count = countCellsOfNodes(m_ppCellNode, m_nCV, m_nNode);
+    int capacity = 0;
+    for (int n = 1; n <= m_nNode; ++n) capacity = std::max(capacity, count[n]);
+    m_ppNodeCell = m_Storage.nodeCellRows.zeroRows<int>(slotsUpTo(m_nNode), slotsUpTo(capacity));
+    m_Storage.nodeCellNodes = m_nNode;
+    for (int c = 1; c <= m_nCV; ++c) {
+        for (int k = 1; k <= m_ppCellNode[c][0]; ++k) {
+            append(m_ppNodeCell[m_ppCellNode[c][k]], capacity, c);
+        }
+    }
+}
+
+// Rows of inner faces in ascending order. On purpose: the capacity counts the faces of all kinds
+// but outlet faces, while only inner faces are listed.
+void CKVR3DWeldLine::getCell32Conn() {
+    trace(*this, "calWeldLine: getCell32Conn\n");
+    const InnerFaces inner = innerFaces(*this);
+    std::vector<int> count(slotsUpTo(m_nCV_Total), 0);
+    countInnerFaces(inner, count);
+    countBoundaryFaces(inletFaces(*this), count);
+    countInterfaceFaces(InterfaceFaces(m_pPartitionFace), count);
+    countBoundaryFaces(symmetryFaces(*this), count);
+    countBoundaryFaces(wallFaces(*this), count);
+
+    m_nMaxCellFace = -1000;
+    m_nMinCellFace = 1000;
+    for (int c = 1; c <= m_nCV; ++c) {
+        m_nMaxCellFace = std::max(m_nMaxCellFace, count[c]);
+        m_nMinCellFace = std::min(m_nMinCellFace, count[c]);
+    }
+    if (m_ppCellInnerFace != nullptr) return;
+    const int capacity = std::max(m_nMaxCellFace, 0);
+    m_ppCellInnerFace =
+        m_Storage.cellInnerFaceRows.zeroRows<int>(slotsUpTo(m_nCV_Total), slotsUpTo(capacity));
+    m_Storage.cellInnerFaceCells = m_nCV_Total;
+    for (int f = 1; f <= inner.count; ++f) {
+        append(m_ppCellInnerFace[firstCell(inner.record[f])], capacity, f);
+        append(m_ppCellInnerFace[secondCell(inner.record[f])], capacity, f);
+    }
+}
