@@ -23,13 +23,17 @@ std::span<const int> innerFacesOfCell(const CKVR3DWeldLine& r, int cell) {
     return rowMembers(r.m_ppCellInnerFace[cell]);
 }
 
-// Judges cell a with each other cell of the node once per shared inner face, and lists these cells.
-// On purpose: the face centre is looked up with the face *number* as position in a's lists.
-void judgeFaceNeighbours(const CKVR3DWeldLine& r, const MeetingPairTest& test, int node, int a,
-                         std::vector<int>& candidates) {
+// Judges the cell at one position of the node's row with those at all others, once per shared inner
+// face, and lists them. On purpose: a cell that the row holds twice is its own neighbour, and the
+// face centre is looked up with the face *number* as position in the cell's lists.
+void judgeFaceNeighbours(const CKVR3DWeldLine& r, const MeetingPairTest& test, int node,
+                         std::size_t position, std::vector<int>& candidates) {
     const Extent extent = extentOf(r);
-    for (const int b : cellsOfNode(r, node)) {
-        if (b == a || !extent.holdsOwn(b)) continue;
+    const std::span<const int> cells = cellsOfNode(r, node);
+    const int a = cells[position];
+    for (std::size_t j = 0; j < cells.size(); ++j) {
+        const int b = cells[j];
+        if (j == position || !extent.holdsOwn(b)) continue;
         for (const int f : innerFacesOfCell(r, b)) {
             if (f > r.m_nInnerFace) continue;
             const double* face = r.m_ppInnerFace[f];
@@ -71,10 +75,12 @@ void CKVR3DWeldLine::CalNodeVectorAngle_Modified_Hybrid() {
     const int nodes = nodesWithRows(*this);
     for (int n = 1; n <= nodes; ++n) {
         const Vec3 P{m_pNodeX[n], m_pNodeY[n], m_pNodeZ[n]};
-        for (const int a : cellsOfNode(*this, n)) {
+        const std::span<const int> cells = cellsOfNode(*this, n);
+        for (std::size_t position = 0; position < cells.size(); ++position) {
+            const int a = cells[position];
             if (!extent.holdsOwn(a)) continue;
             candidates.clear();
-            judgeFaceNeighbours(*this, test, n, a, candidates);
+            judgeFaceNeighbours(*this, test, n, position, candidates);
             const std::size_t direct = candidates.size();
             appendSecondRing(*this, a, candidates);
             for (std::size_t i = direct; i < candidates.size(); ++i) {
