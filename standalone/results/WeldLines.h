@@ -1,0 +1,47 @@
+#pragma once
+
+#include <vector>
+
+#include "mesh/FvMesh.h"
+
+namespace weldline {
+
+// One weld line: a connected set of weld nodes. Times and lengths in the data set's units.
+struct WeldLine {
+    int id = 0;                  // from 1: 1 has the most nodes
+    std::vector<int> nodes;      // 0-based, ascending
+    double smallestAngle = 0.0;  // degrees, as reported (see reportedAngle)
+    double meanAngle = 0.0;      // mean of the reported angles of the nodes
+    Vec3 low, high;              // box of the nodes
+    Vec3 centroid;               // mean of the nodes
+    double firstTime = 0.0;      // formation: earliest and latest formation time of its nodes; NaN
+    double lastTime = 0.0;       // when no cell around its nodes was reached
+};
+
+struct WeldLines {
+    std::vector<WeldLine> lines;        // ordered by id
+    std::vector<int> nodeLine;          // per node: id of its weld line, 0 none
+    std::vector<double> formationTime;  // per node of a weld line: the largest fill time among the
+                                        // reached cells around it; NaN for all other nodes
+    int weldNodes = 0;                  // nodes in weld lines
+    int undefinedNodes = 0;             // nodes whose angle is NaN; in no weld line
+};
+
+// The angle that tables and summaries show. Two streams that meet exactly head-on leave the angle a
+// rounding error below 0 (about -2e-7 degrees, because the library counts with an eight-digit pi);
+// it is shown as 0. The data set of the result keeps the value as calculated.
+inline double reportedAngle(double angle) {
+    return angle < 0.0 ? 0.0 : angle;
+}
+
+// Joins weld nodes along mesh edges to weld lines.
+//  - A weld node has an angle below 180 and below `limit` (degrees).
+//  - Mesh edges are the edges of the face polygons; two weld nodes at the ends of an edge belong to
+//    the same weld line.
+//  - Weld lines are ordered by number of nodes, descending, then by their smallest node number.
+// `angles` has one value per point (degrees), `fillTime` one per cell (exactly 0 where the melt
+// did not come). Cost: linear in the size of the mesh.
+WeldLines findWeldLines(const FvMesh& mesh, const std::vector<double>& angles,
+                        const std::vector<float>& fillTime, double limit = 180.0);
+
+}  // namespace weldline
