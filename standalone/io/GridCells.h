@@ -1,0 +1,55 @@
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "mesh/CellMesh.h"
+
+class vtkDataSet;
+
+namespace weldline {
+
+// Collects the volume cells of one grid after another.
+class CellCollector {
+  public:
+    // `file` and `mesh` are borrowed; the mesh's points are the caller's business.
+    CellCollector(const std::string& file, CellMesh& mesh) : file_(file), mesh_(mesh) {}
+
+    // Appends the grid's volume cells; point p of the grid is point pointMap[p] of the mesh. 2-D
+    // cells become patches by number where the grid has an integer array of patch numbers. Cells
+    // that another piece owns (ghosts) and cells of lower dimension are left out. Throws InputError
+    // for volume cells that are no plain shapes. Returns the grid's numbers of the cells taken.
+    std::vector<long long> append(vtkDataSet* grid, const std::vector<int>& pointMap);
+
+    // Patches by number, named by the number, in ascending order.
+    std::vector<Patch> numberedPatches() const;
+
+    // Sentences about what was left out.
+    std::vector<std::string> remarks() const;
+
+  private:
+    void appendCell(vtkDataSet* grid, long long cell, const std::vector<int>& pointMap);
+    void appendShape(CellKind kind);
+    void appendPrism();
+    void appendPolyhedron(vtkDataSet* grid, long long cell, const std::vector<int>& pointMap);
+    void addPolygon(std::vector<int> corners);
+
+    const std::string& file_;
+    CellMesh& mesh_;
+    std::map<long long, Rows> patches_;
+    std::vector<int> nodes_;  // working space
+    long long cellsBefore_ = 0;
+    long long ghosts_ = 0;
+    long long unassignedSurfaces_ = 0;
+    long long lowerCells_ = 0;
+};
+
+// Number of 2-D cells of each numbered patch in a grid of volume cells.
+std::map<long long, long long> patchSizes(vtkDataSet* grid);
+
+// Faces of a surface grid as node lists of the mesh; empty where a point of the surface is none of
+// the mesh's (a -1 in pointMap).
+Rows surfaceFaces(vtkDataSet* grid, const std::vector<int>& pointMap);
+
+}  // namespace weldline

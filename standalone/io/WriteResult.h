@@ -1,0 +1,24 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "mesh/CellMesh.h"
+
+namespace weldline {
+
+// What analyze leaves in a data set; all arrays 0-based.
+struct ResultFields {
+    std::vector<double> meetingAngle;  // per point, degrees, 180 where nothing meets
+    std::vector<int> weldLine;         // per point, component number from 1, 0 none
+    std::vector<float> fillTime;       // per cell, as read
+    std::vector<Vec3> flowDirection;   // per cell, unit vector along the flow, zero where unknown
+};
+
+// Writes the mesh with point data MeetingAngle and WeldLine and cell data FillTime and
+// FlowDirection as a VTK XML unstructured grid (.vtu: appended raw data, zlib compressed). The file
+// is whole or not there: it is written beside its place under another name and renamed. Throws
+// RunError when it cannot be written.
+void writeResult(const std::string& file, const CellMesh& mesh, const ResultFields& fields);
+
+}  // namespace weldline

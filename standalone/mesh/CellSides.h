@@ -1,0 +1,40 @@
+#pragma once
+
+#include <array>
+#include <span>
+#include <vector>
+
+#include "CellMesh.h"
+
+namespace weldline {
+
+// A side is a face as one of its cells sees it: an inner face has two sides, a boundary face one.
+// Sides are numbered cell by cell, 0-based; within a cell in the order of the shape's table or of
+// the polyhedron's polygons.
+class CellSides {
+  public:
+    using Corners = std::array<int, 4>;
+
+    // Throws InputError when a cell or polygon is malformed: numbers out of range, a node twice,
+    // too few nodes or faces.
+    explicit CellSides(const CellMesh& mesh);
+
+    int count() const { return static_cast<int>(cell_.size()); }
+    int first(int cell) const { return first_[static_cast<std::size_t>(cell)]; }
+    int end(int cell) const { return first_[static_cast<std::size_t>(cell) + 1]; }
+    int cell(int side) const { return cell_[static_cast<std::size_t>(side)]; }
+
+    // Corners of a side as the data set gives them. Sides of fixed shapes point out of a cell in
+    // the shape's standard order. The result may lie in `space`.
+    std::span<const int> polygon(int side, Corners& space) const;
+
+  private:
+    const CellMesh& mesh_;  // borrowed
+    std::vector<int> first_;
+    std::vector<int> cell_;
+};
+
+// "cell 17", 0-based as in the data set.
+std::string cellName(const CellMesh& mesh, int cell);
+
+}  // namespace weldline
