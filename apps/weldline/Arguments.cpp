@@ -1,0 +1,248 @@
+#include "Arguments.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <cmath>
+#include <map>
+
+#include "HelpTexts.h"
+#include "base/Errors.h"
+
+namespace weldline {
+
+namespace {
+
+// Help without the notes that the library adds for itself ("REQUIRED", "Excludes: ...").
+class HelpFormatter : public CLI::Formatter {
+  public:
+    HelpFormatter() { column_width(26); }
+
+    std::string make_option_opts(const CLI::Option* option) const override {
+        return option->get_type_name().empty() ? "" : " " + option->get_type_name();
+    }
+
+    std::string make_option_desc(const CLI::Option* option) const override {
+        const std::string value = option->get_default_str();
+        return option->get_description() + (value.empty() ? "" : " [" + value + "]");
+    }
+
+    std::string make_help(const CLI::App* app, std::string name,
+                          CLI::AppFormatMode mode) const override {
+        std::string text = CLI::Formatter::make_help(app, name, mode);
+        for (std::size_t at = 0; (at = text.find("\n\n\n", at)) != std::string::npos;)
+            text.erase(at, 1);
+        return text;
+    }
+};
+
+// "latest" or a number, as the readers understand it.
+std::string timeProblem(const std::string& text) {
+    if (text == "latest") return {};
+    char* end = nullptr;
+    const double value = std::strtod(text.c_str(), &end);
+    const bool whole = end != text.c_str() && *end == '\0';
+    return whole && std::isfinite(value) ? std::string{}
+                                         : "'" + text + "' is neither 'latest' nor a number";
+}
+
+void addTime(CLI::App& command, std::string& time) {
+    command.add_option("--time", time, "Time of the data set")
+        ->type_name("T|latest")
+        ->check(timeProblem)
+        ->capture_default_str();
+}
+
+void addPatterns(CLI::App& command, GroupPatterns& patterns) {
+    const auto add = [&](const char* name, std::string& pattern, const char* text) {
+        command.add_option(name, pattern, text)
+            ->type_name("RE")
+            ->capture_default_str()
+            ->group("Boundary groups (regular expressions on patch names; the others are wall)");
+    };
+    add("--inlet", patterns.inlet, "Patches where melt enters");
+    add("--outlet", patterns.outlet, "Patches where air leaves");
+    add("--symmetry", patterns.symmetry, "Patches on a symmetry plane");
+}
+
+void addInput(CLI::App& command, std::string& input) {
+    command
+        .add_option("INPUT", input,
+                    "Filling result: .vtu, .pvtu, .vtk, .vtm,\n"
+                    "or the .foam file of an OpenFOAM case")
+        ->type_name("")
+        ->required();
+}
+
+void addJson(CLI::App& command, std::string& json) {
+    command.add_option("--json", json, "Write the summary as JSON; - for standard output")
+        ->type_name("FILE|-");
+}
+
+void addSettings(CLI::App& command, AnalyzeOptions& o) {
+    const std::string group = "Settings";
+    auto* control = command.add_option("--control", o.control, "Use this control file as it is")
+                        ->type_name("RUN.cmp")
+                        ->group(group);
+    auto* set = command
+                    .add_option("--set", o.set,
+                                "One setting, can be given several times;\n"
+                                "'weldline settings' lists the keys")
+                    ->type_name("KEY=VALUE")
+                    ->group(group)
+                    ->allow_extra_args(false);
+    auto* method = command
+                       .add_option("--method", o.method,
+                                   "Angle method: 1 cell loop, 2 face loop,\n"
+                                   "3 hybrid, 4 RBF, 40 as 4 with less smoothing [4]")
+                       ->type_name("N")
+                       ->group(group)
+                       ->check(CLI::IsMember({1, 2, 3, 4, 40}).description(""));
+    const std::map<std::string, int> schemes{
+        {"default", 1}, {"rbf", 2}, {"auto", 3}, {"upwind", 4}};
+    auto* gradient = command
+                         .add_option("--gradient", o.gradient,
+                                     "Gradient of method 4: default, rbf, upwind, or auto\n"
+                                     "(least squares; RBF on a singular mesh) [auto]")
+                         ->type_name("NAME")
+                         ->group(group)
+                         ->transform(CLI::CheckedTransformer(schemes).description(""));
+    // On purpose: a control file is used as it is or not at all. Lines that the program adds to a
+    // user's file could change the meaning of the lines around them.
+    control->excludes(set)->excludes(method)->excludes(gradient);
+}
+
+void addRunOptions(CLI::App& command, AnalyzeOptions& o) {
+    const std::string group = "Further options of a run";
+    const std::map<std::string, int> sets{{"first", 1}, {"second", 2}};
+    const std::map<std::string, ZeroFillTime> zeros{{"auto", ZeroFillTime::Automatic},
+                                                    {"filled", ZeroFillTime::Filled},
+                                                    {"unreached", ZeroFillTime::NotReached}};
+    command
+        .add_option("--gradient-set", o.gradientSet,
+                    "Gradients that method 4 compares: first (upwind) or\nsecond, where there is "
+                    "one [second]")
+        ->type_name("SET")
+        ->group(group)
+        ->transform(CLI::CheckedTransformer(sets).description(""));
+    command
+        .add_option("--bi-field", o.biField,
+                    "Cell array with the fill time of a second injection,\n"
+                    "used where the first did not arrive")
+        ->type_name("NAME")
+        ->group(group);
+    command
+        .add_option("--cell-state", o.cellState,
+                    "Integer cell array; cells with 1 or more, or -1,\n"
+                    "keep their nodes free of weld lines")
+        ->type_name("NAME")
+        ->group(group);
+    command
+        .add_option("--mesh-file-type", o.meshFileType,
+                    "Kind of mesh file; 2 selects other boundary angles\nin methods 1 and 2")
+        ->type_name("N")
+        ->capture_default_str()
+        ->group(group);
+    command
+        .add_option("--zero-time", o.zeroTime,
+                    "What a fill time of 0 means: filled, unreached,\n"
+                    "or auto (decided from the data set) [auto]")
+        ->type_name("MEANING")
+        ->group(group)
+        ->transform(CLI::CheckedTransformer(zeros).description(""));
+    command.add_option("--max-angle", o.maxAngle, "Weld lines are nodes below this angle, degrees")
+        ->type_name("DEG")
+        ->capture_default_str()
+        ->group(group);
+}
+
+void addAnalyze(CLI::App& app, AnalyzeOptions& o) {
+    auto* command = app.add_subcommand("analyze", "Find the weld lines of a filling result");
+    addInput(*command, o.input);
+    command->add_option("-o,--output", o.output, "Write mesh, meeting angles and weld lines")
+        ->type_name("RESULT.vtu");
+    addJson(*command, o.json);
+    command->add_option("--field", o.field, "Cell array with the fill time [FillTime or fillTime]")
+        ->type_name("NAME");
+    addTime(*command, o.time);
+    addPatterns(*command, o.patterns);
+    addSettings(*command, o);
+    addRunOptions(*command, o);
+    command->footer(analyzeFooter);
+}
+
+void addInfo(CLI::App& app, InfoOptions& o) {
+    auto* command = app.add_subcommand("info", "Show what a data set holds, before any run");
+    addInput(*command, o.input);
+    addJson(*command, o.json);
+    addTime(*command, o.time);
+    addPatterns(*command, o.patterns);
+    command->footer(infoFooter);
+}
+
+void addSettingsCommand(CLI::App& app, SettingsOptions& o) {
+    auto* command =
+        app.add_subcommand("settings", "Print a control file with the defaults, or explain one");
+    command->add_option("--check", o.check, "Say what each line of a control file will really do")
+        ->type_name("RUN.cmp");
+    command->footer(settingsFooter);
+}
+
+std::string oneLine(std::string text) {
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    while (!text.empty() && (text.back() == ' ' || text.back() == '.')) text.pop_back();
+    return text;
+}
+
+void checkValues(const CLI::App& app, const AnalyzeOptions& o) {
+    if (app.got_subcommand("analyze") && !(o.maxAngle > 0.0 && o.maxAngle <= 180.0))
+        throw UsageError(
+            "--max-angle: not an angle that nodes can have; give more than 0 and at "
+            "most 180 degrees");
+    for (const auto* command : app.get_subcommands())
+        for (const auto* option : command->get_options())
+            if (option->count() > 0 && option->get_expected_max() > 0 &&
+                std::any_of(option->results().begin(), option->results().end(),
+                            [](const std::string& value) { return value.empty(); }))
+                throw UsageError(option->get_name() +
+                                 ": the value is empty; give one or leave "
+                                 "the option out");
+}
+
+}  // namespace
+
+Arguments parseArguments(int argc, char** argv) {
+    Arguments result;
+    CLI::App app(programDescription, "weldline");
+    app.set_version_flag("--version", "weldline " WELDLINE_VERSION, "Print the version and leave");
+    app.set_help_flag("-h,--help", "Print this help and leave");
+    app.require_subcommand(1);
+    app.footer(programFooter);
+    app.formatter(std::make_shared<HelpFormatter>());
+    addAnalyze(app, result.analyze);
+    addInfo(app, result.info);
+    addSettingsCommand(app, result.settings);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::CallForHelp&) {
+        result.text = app.help();
+        return result;
+    } catch (const CLI::CallForVersion& version) {
+        result.text = std::string(version.what()) + "\n";
+        return result;
+    } catch (const CLI::ParseError& error) {
+        const auto commands = app.get_subcommands();
+        if (commands.empty() && argc > 1)
+            throw UsageError(oneLine(argv[1]) +
+                             ": no command of the program; use analyze, info or settings, or see "
+                             "'weldline --help'");
+        const std::string name = commands.empty() ? "" : " " + commands.front()->get_name();
+        throw UsageError(oneLine(error.what()) + "; see 'weldline" + name + " --help'");
+    }
+    checkValues(app, result.analyze);
+    if (app.got_subcommand("analyze")) result.command = Arguments::Command::Analyze;
+    if (app.got_subcommand("info")) result.command = Arguments::Command::Info;
+    if (app.got_subcommand("settings")) result.command = Arguments::Command::Settings;
+    return result;
+}
+
+}  // namespace weldline

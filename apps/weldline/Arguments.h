@@ -1,0 +1,57 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "bind/FillTime.h"
+#include "mesh/BoundaryGroups.h"
+
+namespace weldline {
+
+// What the user asked for on the command line.
+
+struct AnalyzeOptions {
+    std::string input;
+    std::string output;  // .vtu; empty: none
+    std::string json;    // file, "-" for standard output; empty: none
+    std::string field;   // empty: the usual names
+    std::string time = "latest";
+    GroupPatterns patterns;
+
+    std::string control;             // the user's own control file; empty: one is made
+    std::vector<std::string> set;    // KEY=VALUE
+    std::optional<int> method;       // 1 to 4, 40
+    std::optional<int> gradient;     // GradMethodMFT
+    std::optional<int> gradientSet;  // 1 or 2
+    std::string biField;             // cell array of the second injection; empty: none
+    std::string cellState;           // integer cell array; empty: none
+    int meshFileType = 0;
+    ZeroFillTime zeroTime = ZeroFillTime::Automatic;
+    double maxAngle = 180.0;  // weld nodes have a smaller angle; degrees
+};
+
+struct InfoOptions {
+    std::string input;
+    std::string time = "latest";
+    std::string json;
+    GroupPatterns patterns;
+};
+
+struct SettingsOptions {
+    std::string check;  // control file to explain; empty: print the default section
+};
+
+struct Arguments {
+    enum class Command { ShowText, Analyze, Info, Settings };
+    Command command = Command::ShowText;
+    std::string text;  // help or version, for ShowText
+    AnalyzeOptions analyze;
+    InfoOptions info;
+    SettingsOptions settings;
+};
+
+// Reads the command line. Throws UsageError with one line.
+Arguments parseArguments(int argc, char** argv);
+
+}  // namespace weldline

@@ -1,0 +1,63 @@
+#pragma once
+
+namespace weldline {
+
+// Texts of --help beside the options themselves.
+
+inline constexpr const char* programDescription =
+    "Weld lines of a filling result: where melt fronts meet, and at what angle.";
+
+inline constexpr const char* programFooter =
+    "Examples:\n"
+    "  weldline info part.vtu\n"
+    "  weldline analyze part.vtu -o result.vtu\n"
+    "  weldline settings > run.cmp\n"
+    "\n"
+    "'weldline COMMAND --help' tells more about a command.\n"
+    "\n"
+    "Exit codes: 0 done, 1 failed while running, 2 wrong usage, 3 unusable input.\n";
+
+inline constexpr const char* analyzeFooter =
+    "Examples:\n"
+    "  weldline analyze part.vtu\n"
+    "      table of the weld lines on the terminal\n"
+    "  weldline analyze case.foam -o out/case.vtu --json out/case.json\n"
+    "      also mesh with MeetingAngle and WeldLine, and a JSON summary\n"
+    "  weldline analyze part.vtu --field arrival --inlet 'nozzle|runner'\n"
+    "      other names of the fill time and of the inlet patches\n"
+    "  weldline analyze part.vtu --method 2 --set nSmooth_afterGrad=8\n"
+    "      other settings; 'weldline settings' explains the keys\n"
+    "  weldline analyze part.vtu --json - | jq .counts\n"
+    "      the JSON summary alone on standard output\n"
+    "\n"
+    "The table (or, with '--json -', the JSON) goes to standard output, all messages\n"
+    "to standard error. With -o and without --control the settings are kept in a\n"
+    "control file beside the result: RESULT.cmp. It is never written over a file of\n"
+    "that name that the program did not write. --control cannot be combined with\n"
+    "--set, --method and --gradient. With the setting FlagDebugOutput=1 the trace of\n"
+    "the calculation is kept beside the control file: NAME_KVRWDLineDebug.txt. All\n"
+    "files appear whole, at the end of the run, or not at all.\n"
+    "\n"
+    "Exit codes: 0 done, 1 failed while running (disk full, out of memory, ...),\n"
+    "2 wrong usage, 3 unusable input.\n";
+
+inline constexpr const char* infoFooter =
+    "Examples:\n"
+    "  weldline info case.foam\n"
+    "  weldline info case.foam --time 1.5\n"
+    "  weldline info part.vtu --inlet 'nozzle|runner'\n"
+    "      try patterns: the list shows the group of every patch\n"
+    "  weldline info part.vtu --json - | jq .arrays\n"
+    "\n"
+    "Exit codes: 0 done, 1 failed while running, 2 wrong usage, 3 unusable input.\n";
+
+inline constexpr const char* settingsFooter =
+    "Examples:\n"
+    "  weldline settings > run.cmp\n"
+    "      a control file to start from\n"
+    "  weldline settings --check run.cmp\n"
+    "      what each line will really do, and the settings in force\n"
+    "\n"
+    "Exit codes: 0 done, 1 failed while running, 2 wrong usage, 3 unusable input.\n";
+
+}  // namespace weldline

@@ -1,0 +1,108 @@
+#include "Outputs.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <vector>
+
+#include "base/AtomicFile.h"
+#include "base/Errors.h"
+
+namespace weldline {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// Whether two names lead to the same file, also before it exists and by links.
+bool sameFile(const std::string& a, const std::string& b) {
+    std::error_code none;
+    if (fs::equivalent(a, b, none)) return true;
+    const fs::path first = fs::weakly_canonical(a, none);
+    const fs::path second = fs::weakly_canonical(b, none);
+    return !first.empty() && first == second;
+}
+
+void checkResultName(const std::string& result) {
+    const fs::path name = fs::path(result).filename();
+    if (name.extension() != ".vtu")
+        throw UsageError(result + ": not a name for the result; -o needs a file that ends in .vtu");
+}
+
+// The input and the pieces that it names: a .pvtu or .vtm file lists other files of its folder.
+bool isPartOfInput(const std::string& output, const std::string& input) {
+    if (sameFile(output, input)) return true;
+    const std::string kind = fs::path(input).extension().string();
+    if ((kind != ".pvtu" && kind != ".vtm") || !fs::exists(output)) return false;
+    std::ifstream stream(input, std::ios::binary);
+    const std::string text(std::istreambuf_iterator<char>(stream), {});
+    return text.find(fs::path(output).filename().string()) != std::string::npos;
+}
+
+// Files of a plan in the order in which they are checked.
+std::vector<std::string> filesOf(const Outputs& outputs) {
+    std::vector<std::string> files;
+    for (const std::string& file :
+         {outputs.result, outputs.json == "-" ? "" : outputs.json, outputs.control, outputs.trace})
+        if (!file.empty()) files.push_back(file);
+    return files;
+}
+
+void refuseInput(const std::string& output, const std::string& input) {
+    if (isPartOfInput(output, input))
+        throw UsageError(output + ": the output would replace the input; give it another name");
+}
+
+void checkCollisions(const std::vector<std::string>& files, const AnalyzeOptions& options) {
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        refuseInput(files[i], options.input);
+        if (!options.control.empty() && sameFile(files[i], options.control))
+            throw UsageError(files[i] +
+                             ": the output would replace the control file; give it another name");
+        for (std::size_t j = 0; j < i; ++j)
+            if (sameFile(files[i], files[j]))
+                throw UsageError(files[i] +
+                                 ": two outputs would have this name; give each its own");
+    }
+}
+
+void checkWritable(const std::string& file) {
+    std::error_code none;
+    // On purpose: a pipe is opened once only, because its reader takes a close for the end.
+    if (fs::is_fifo(file, none) || fs::is_character_file(file, none)) return;
+    // Begins to write and gives up at once: the only test that also knows read-only disks.
+    const AtomicFile probe(file);
+}
+
+}  // namespace
+
+Outputs planOutputs(const AnalyzeOptions& options, const RunControl& control) {
+    Outputs outputs;
+    outputs.result = options.output;
+    outputs.json = options.json;
+    if (!options.output.empty()) {
+        checkResultName(options.output);
+        if (control.file.empty())
+            outputs.control = fs::path(options.output).replace_extension(".cmp").string();
+    }
+    if (control.settings.debugOutput)
+        outputs.trace = traceNameFor(control.file.empty() ? outputs.control : control.file);
+
+    const std::vector<std::string> files = filesOf(outputs);
+    checkCollisions(files, options);
+    if (!outputs.control.empty() && fs::exists(outputs.control) &&
+        !isOwnControlFile(outputs.control))
+        throw InputError(outputs.control +
+                         ": this control file was not written by weldline and is not replaced; "
+                         "use it with --control or give the result another name");
+    for (const std::string& file : files) checkWritable(file);
+    return outputs;
+}
+
+void checkJsonTarget(const std::string& json, const std::string& input) {
+    if (json.empty() || json == "-") return;
+    refuseInput(json, input);
+    checkWritable(json);
+}
+
+}  // namespace weldline

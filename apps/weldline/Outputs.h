@@ -1,0 +1,26 @@
+#pragma once
+
+#include <string>
+
+#include "Arguments.h"
+#include "RunControl.h"
+
+namespace weldline {
+
+// Files that a run leaves; an empty name stands for none.
+struct Outputs {
+    std::string result;
+    std::string json;     // "-" for standard output
+    std::string control;  // kept beside the result when the user gave no control file
+    std::string trace;
+};
+
+// Names the files and makes sure, before the long work starts, that each can be written: its folder
+// exists and takes files, it is not the input, the control file or another output, and no control
+// file of somebody else is written over. Throws UsageError, InputError or RunError.
+Outputs planOutputs(const AnalyzeOptions& options, const RunControl& control);
+
+// The same for the JSON file of a command that writes nothing else.
+void checkJsonTarget(const std::string& json, const std::string& input);
+
+}  // namespace weldline

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "Outputs.h"
+#include "bind/FillTime.h"
+#include "io/DataSet.h"
+#include "mesh/BoundaryGroups.h"
+#include "mesh/FvMesh.h"
+#include "results/WeldLines.h"
+#include "settings/Settings.h"
+
+namespace weldline {
+
+// Everything that a run reports. Lengths and times in the data set's units, angles in degrees.
+struct Summary {
+    struct Kind {
+        std::string name;  // plural: "hexahedra"
+        long long cells = 0;
+    };
+    std::string input;
+    std::string field;
+    std::optional<double> time;
+
+    std::vector<Kind> kinds;  // only those that occur
+    long long cells = 0;
+    long long nodes = 0;
+    long long innerFaces = 0;
+    long long boundaryFaces = 0;
+    double volume = 0.0;
+    Vec3 low, high;
+    std::vector<BoundaryGroups::PatchSummary> patches;
+
+    Settings settings;
+    std::string controlFile;  // the user's own; empty: made from the options
+    int meshFileType = 0;
+    double gradientSetSwitch = 1.0;
+    double maxAngle = 180.0;
+    std::string biField;
+    std::string cellState;
+
+    FillTimeCounts fill;
+    WeldLines weldLines;
+    Outputs outputs;
+    std::vector<std::string> remarks;
+};
+
+// The parts of the summary that come from mesh and groups.
+void describeMesh(Summary& summary, const CellMesh& cells, const FvMesh& mesh,
+                  const BoundaryGroups& groups);
+
+// What a user should know about groups and fill time, one sentence each.
+std::vector<std::string> groupRemarks(const BoundaryGroups& groups, const GroupPatterns& patterns);
+std::vector<std::string> fillRemarks(const FillTimeCounts& counts);
+std::vector<std::string> resultRemarks(const WeldLines& lines);
+
+// "wall", "inlet", "outlet", "symmetry".
+std::string nameOf(GroupKind kind);
+
+}  // namespace weldline

@@ -1,0 +1,165 @@
+#include "SummaryJson.h"
+
+#include <array>
+#include <cmath>
+#include <nlohmann/json.hpp>
+
+namespace weldline {
+
+namespace {
+
+using Json = nlohmann::ordered_json;  // keys in the order in which a reader expects them
+
+Json number(double value) {
+    return std::isfinite(value) ? Json(value) : Json();
+}
+
+Json vector(Vec3 v) {
+    return Json::array({number(v.x), number(v.y), number(v.z)});
+}
+
+Json box(Vec3 low, Vec3 high) {
+    return {{"low", vector(low)}, {"high", vector(high)}};
+}
+
+Json textOrNull(const std::string& text) {
+    return text.empty() ? Json() : Json(text);
+}
+
+Json programJson() {
+    return {{"name", "weldline"}, {"version", WELDLINE_VERSION}};
+}
+
+Json patchesJson(const std::vector<BoundaryGroups::PatchSummary>& patches) {
+    Json list = Json::array();
+    for (const auto& patch : patches)
+        list.push_back(
+            {{"name", patch.name}, {"group", nameOf(patch.kind)}, {"faces", patch.faces}});
+    return list;
+}
+
+Json meshJson(const Summary& s) {
+    Json kinds = Json::object();
+    for (const auto& kind : s.kinds) kinds[kind.name] = kind.cells;
+    std::array<long long, 4> faces{};
+    for (const auto& patch : s.patches) faces[static_cast<std::size_t>(patch.kind)] += patch.faces;
+    Json groups = Json::object();
+    for (const GroupKind kind :
+         {GroupKind::Wall, GroupKind::Inlet, GroupKind::Outlet, GroupKind::Symmetry})
+        groups[nameOf(kind)] = faces[static_cast<std::size_t>(kind)];
+    return {{"cells", s.cells},
+            {"cellsByKind", kinds},
+            {"nodes", s.nodes},
+            {"innerFaces", s.innerFaces},
+            {"boundaryFaces", s.boundaryFaces},
+            {"groups", groups},
+            {"patches", patchesJson(s.patches)},
+            {"volume", number(s.volume)},
+            {"box", box(s.low, s.high)}};
+}
+
+Json settingsJson(const Summary& s) {
+    const Settings& t = s.settings;
+    return {{"WeldlingAngleMethod", t.method},
+            {"nSmooth_beforeGrad", t.smoothBefore},
+            {"nSmooth_afterGrad", t.smoothAfter},
+            {"nGrad", t.gradientIterations},
+            {"TruncateAngle", number(t.truncateAngle)},
+            {"BoundaryAngle", number(t.boundaryAngle)},
+            {"GradValueFilterPara", number(t.gradientFilter)},
+            {"VolumeFilter", number(t.volumeFilter)},
+            {"GradMethodMFT", t.gradientMethod},
+            {"FlagDebugOutput", t.debugOutput ? 1 : 0},
+            {"stages", describeStages(stagesOf(t))},
+            {"controlFile", textOrNull(s.controlFile)},
+            {"meshFileType", s.meshFileType},
+            {"gradientSetSwitch", number(s.gradientSetSwitch)},
+            {"maxAngle", number(s.maxAngle)}};
+}
+
+Json countsJson(const Summary& s) {
+    return {{"reachedCells", s.fill.reached},        {"unreachedCells", s.fill.notReached},
+            {"markedCells", s.fill.marked},          {"cellsFilledAtZero", s.fill.zeroFilled},
+            {"weldNodes", s.weldLines.weldNodes},    {"undefinedNodes", s.weldLines.undefinedNodes},
+            {"components", s.weldLines.lines.size()}};
+}
+
+Json componentsJson(const WeldLines& lines) {
+    Json list = Json::array();
+    for (const WeldLine& line : lines.lines)
+        list.push_back({{"id", line.id},
+                        {"nodes", line.nodes.size()},
+                        {"smallestAngle", number(line.smallestAngle)},
+                        {"meanAngle", number(line.meanAngle)},
+                        {"box", box(line.low, line.high)},
+                        {"centroid", vector(line.centroid)},
+                        {"formationTime",
+                         {{"first", number(line.firstTime)}, {"last", number(line.lastTime)}}}});
+    return list;
+}
+
+Json outputsJson(const Outputs& outputs) {
+    return {{"result", textOrNull(outputs.result)},
+            {"json", textOrNull(outputs.json)},
+            {"control", textOrNull(outputs.control)},
+            {"trace", textOrNull(outputs.trace)}};
+}
+
+// File names need not be valid UTF-8, JSON must be: other bytes are shown by a replacement sign.
+std::string dumped(const Json& json) {
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
+}
+
+}  // namespace
+
+std::string summaryJson(const Summary& s) {
+    const Json input{{"file", s.input},
+                     {"field", s.field},
+                     {"time", s.time ? number(*s.time) : Json()},
+                     {"biField", textOrNull(s.biField)},
+                     {"cellState", textOrNull(s.cellState)}};
+    const Json fillTime{{"earliest", number(s.fill.earliest)}, {"latest", number(s.fill.latest)}};
+    return dumped(Json{{"schema", "weldline-summary/1"},
+                       {"program", programJson()},
+                       {"input", input},
+                       {"mesh", meshJson(s)},
+                       {"settings", settingsJson(s)},
+                       {"counts", countsJson(s)},
+                       {"fillTime", fillTime},
+                       {"components", componentsJson(s.weldLines)},
+                       {"outputs", outputsJson(s.outputs)},
+                       {"remarks", s.remarks}});
+}
+
+std::string infoJson(const DataSetInfo& info,
+                     const std::vector<BoundaryGroups::PatchSummary>& groups) {
+    Json shapes = Json::object();
+    for (const auto& shape : info.cellShapes) shapes[shape.name] = shape.count;
+    Json blocks = Json::array();
+    for (const auto& block : info.blocks)
+        blocks.push_back({{"name", block.name}, {"cells", block.count}});
+    Json arrays = Json::array();
+    for (const auto& array : info.arrays)
+        arrays.push_back({{"name", array.name},
+                          {"where", array.where},
+                          {"type", array.type},
+                          {"components", array.components},
+                          {"minimum", number(array.minimum)},
+                          {"maximum", number(array.maximum)}});
+    Json times = Json::array();
+    for (const double time : info.times) times.push_back(number(time));
+    return dumped(Json{{"schema", "weldline-info/1"},
+                       {"program", programJson()},
+                       {"file", info.file},
+                       {"format", info.format},
+                       {"points", info.points},
+                       {"cells", info.cells},
+                       {"cellShapes", shapes},
+                       {"box", box(info.low, info.high)},
+                       {"blocks", blocks},
+                       {"patches", patchesJson(groups)},
+                       {"arrays", arrays},
+                       {"times", times}});
+}
+
+}  // namespace weldline

@@ -1,0 +1,19 @@
+#pragma once
+
+#include <string>
+
+#include "Summary.h"
+#include "io/DataSet.h"
+
+namespace weldline {
+
+// JSON texts for other programs. Each names its layout in "schema"; a change that could break a
+// reader gets another number. All numbers are finite; what is not known is null.
+
+std::string summaryJson(const Summary& summary);  // "weldline-summary/1"
+
+// `groups` are the patches with the group that their name puts them in.
+std::string infoJson(const DataSetInfo& info,
+                     const std::vector<BoundaryGroups::PatchSummary>& groups);  // "weldline-info/1"
+
+}  // namespace weldline
