@@ -138,6 +138,8 @@ Summary run(const AnalyzeOptions& options, Progress& progress) {
     const RunFillTime fill = prepareRunFillTime(input, mesh, groups, options.zeroTime);
     summary.fill = fill.counts;
     append(summary.remarks, fillRemarks(fill.counts));
+    append(summary.remarks,
+           flatRemarks(countFlatCells(mesh, fill.merged), fill.counts, control.settings));
     HostModel model(mesh, groups, fill.first, hostOptions(options, folder, input, fill));
 
     // 5. Calculate.

@@ -75,6 +75,17 @@ std::vector<std::string> fillRemarks(const FillTimeCounts& counts) {
     return remarks;
 }
 
+// A tenth of the part without flow is more than the dead corners of a real filling.
+std::vector<std::string> flatRemarks(int flatCells, const FillTimeCounts& counts,
+                                     const Settings& settings) {
+    const bool hasFlatLimit = stagesOf(settings).first == FirstGradient::Upwind;
+    if (!hasFlatLimit || flatCells <= counts.reached / 10) return {};
+    return {
+        "in " + counted(flatCells, "cell", "cells") +
+        " the fill time rises by less than 0.001 per unit of length, which the gradient takes as "
+        "no flow; give lengths in a larger unit, such as metres"};
+}
+
 std::vector<std::string> resultRemarks(const WeldLines& lines) {
     if (lines.undefinedNodes == 0) return {};
     return {counted(lines.undefinedNodes, "node has", "nodes have") +

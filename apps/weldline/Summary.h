@@ -54,6 +54,8 @@ void describeMesh(Summary& summary, const CellMesh& cells, const FvMesh& mesh,
 // What a user should know about groups and fill time, one sentence each.
 std::vector<std::string> groupRemarks(const BoundaryGroups& groups, const GroupPatterns& patterns);
 std::vector<std::string> fillRemarks(const FillTimeCounts& counts);
+std::vector<std::string> flatRemarks(int flatCells, const FillTimeCounts& counts,
+                                     const Settings& settings);
 std::vector<std::string> resultRemarks(const WeldLines& lines);
 
 // "wall", "inlet", "outlet", "symmetry".

@@ -7,12 +7,12 @@
 #include <atomic>
 #include <cerrno>
 #include <climits>
-#include <csignal>
 #include <cstdlib>
 #include <string_view>
 #include <system_error>
 
 #include "base/Errors.h"
+#include "base/SignalsHeld.h"
 
 namespace weldline {
 
@@ -31,22 +31,6 @@ void setName(Name& name, const std::string& value) {
     name.fill('\0');
     std::copy(value.begin(), value.end(), name.begin());
 }
-
-// No signal comes between the making of the folder and its registration.
-class SignalsHeld {
-  public:
-    SignalsHeld() {
-        sigset_t all;
-        ::sigfillset(&all);
-        ::sigprocmask(SIG_SETMASK, &all, &m_before);
-    }
-    ~SignalsHeld() { ::sigprocmask(SIG_SETMASK, &m_before, nullptr); }
-    SignalsHeld(const SignalsHeld&) = delete;
-    SignalsHeld& operator=(const SignalsHeld&) = delete;
-
-  private:
-    sigset_t m_before{};
-};
 
 std::string placeForTemporaries() {
     const char* named = std::getenv("TMPDIR");

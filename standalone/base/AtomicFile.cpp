@@ -13,6 +13,7 @@
 #include <system_error>
 
 #include "Errors.h"
+#include "SignalsHeld.h"
 
 namespace weldline {
 namespace {
@@ -108,6 +109,7 @@ void AtomicFile::createTemporary() {
                                  std::to_string(::getpid()) + "-" + std::to_string(attempt) +
                                  ".tmp";
         path_ = (place.parent_path() / name).string();
+        const SignalsHeld held;
         descriptor_ = ::open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
         if (descriptor_ >= 0) {
             slot_ = registerPending(path_);

@@ -80,6 +80,19 @@ TEST_F(Analyze, one_front_meets_nothing) {
     EXPECT_EQ(summary["components"], Json::array());
 }
 
+// The fronts need 0.5 time units for half of the length, a rise of 1e-4 per unit of length.
+TEST_F(Analyze, lengths_in_too_small_a_unit_are_noted) {
+    SampleMesh mesh = plateWithTwoFronts(10, 2, 2);
+    for (SampleMesh::Point& point : mesh.points)
+        for (double& coordinate : point) coordinate *= 1e4;
+    const std::string note = "less than 0.001 per unit of length";
+    const std::string file = write("part.vtu", mesh);
+    EXPECT_NE(weldline({"analyze", file}).err.find(note), std::string::npos);
+    EXPECT_EQ(weldline({"analyze", file, "--method", "1"}).err.find(note), std::string::npos);
+    const std::string usual = write("usual.vtu", plateWithTwoFronts(10, 2, 2));
+    EXPECT_EQ(weldline({"analyze", usual}).err.find(note), std::string::npos);
+}
+
 TEST_F(Analyze, largest_angle_leaves_out_what_opens_wider) {
     EXPECT_EQ(summaryOf(plateWithTwoFronts(10, 2, 2), {"--max-angle", "1"})["counts"]["weldNodes"],
               9);

@@ -162,7 +162,10 @@ class Interruption : public OutputErrors {
         const Names before = entries();
         Setting setting;
         setting.whileRunning = [&](int child) {
-            for (int wait = 0; wait < 6000 && entries().size() == before.size(); ++wait)
+            const auto isInTheMiddle = [&] {
+                return entries().size() > before.size() && !temporaries().empty();
+            };
+            for (int wait = 0; wait < 6000 && !isInTheMiddle(); ++wait)
                 std::this_thread::sleep_for(std::chrono::milliseconds(10));
             EXPECT_GT(entries().size(), before.size());
             EXPECT_FALSE(temporaries().empty());

@@ -36,6 +36,23 @@ TEST(FlowDirection, is_a_unit_vector) {
     EXPECT_EQ(v.z, 0.0);
 }
 
+// | 1 | 2 | 4 | of unit cubes: face values 1.5 and 3, so (1.5 - 1, 3 - 1.5, 4 - 3) per length 1, with
+// the own value at the walls.
+TEST(FillTimeGradients, are_in_time_per_length) {
+    const std::vector<Vec3> g = fillTimeGradients(boxMesh(3, 1, 1), {1.0F, 2.0F, 4.0F});
+    expectVector(g[0], 0.5, 0.0, 0.0);
+    expectVector(g[1], 1.5, 0.0, 0.0);
+    expectVector(g[2], 1.0, 0.0, 0.0);
+}
+
+// Rises of 1/512 and 1/128: gradients of 1/1024, 5/1024 and 4/1024, of which only the first lies
+// below 0.001. A cell where nothing rises is not counted.
+TEST(FlatCells, rise_but_less_than_the_limit) {
+    const FvMesh fv = boxMesh(3, 1, 1);
+    EXPECT_EQ(countFlatCells(fv, {1.0F, 1.0F + 1.0F / 512, 1.0F + 5.0F / 512}), 1);
+    EXPECT_EQ(countFlatCells(fv, {1.0F, 1.0F, 1.0F}), 0);
+}
+
 // | 1 | 2 | - |   the unreached cell adds nothing to its neighbour and gets no direction
 TEST(FlowDirection, unreached_cells_take_no_part) {
     const std::vector<Vec3> d = flowDirections(boxMesh(3, 1, 1), {1.0F, 2.0F, 0.0F});
