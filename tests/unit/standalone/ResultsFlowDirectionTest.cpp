@@ -36,8 +36,8 @@ TEST(FlowDirection, is_a_unit_vector) {
     EXPECT_EQ(v.z, 0.0);
 }
 
-// | 1 | 2 | 4 | of unit cubes: face values 1.5 and 3, so (1.5 - 1, 3 - 1.5, 4 - 3) per length 1, with
-// the own value at the walls.
+// | 1 | 2 | 4 | of unit cubes: face values 1.5 and 3, so (1.5 - 1, 3 - 1.5, 4 - 3) per length 1,
+// with the own value at the walls.
 TEST(FillTimeGradients, are_in_time_per_length) {
     const std::vector<Vec3> g = fillTimeGradients(boxMesh(3, 1, 1), {1.0F, 2.0F, 4.0F});
     expectVector(g[0], 0.5, 0.0, 0.0);
