@@ -112,6 +112,7 @@ int main() {
     weldLine.calWeldLine();
     const double* angle = weldLine.getMeetingAngle();
     for (int n = 1; n <= kNodes; ++n) {
+        // Head-on is -2e-07, not 0: the library's pi has eight digits.
         std::printf("node %2d at x = %.0f: %.3f degrees\n", n, nodeX[n], std::fabs(angle[n]));
     }
 }

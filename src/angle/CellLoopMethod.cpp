@@ -14,8 +14,7 @@ void CKVR3DWeldLine::CalNodeVectorAngle_Modified_03Loop() {
     prepareLimits(*this, m_MeshFileType == 2 ? 75.0 : 65.0);
     const MeetingPairTest test(*this);
     const Extent extent = extentOf(*this);
-    const int nodes = nodesWithRows(*this);
-    for (int n = 1; n <= nodes; ++n) {
+    for (int n = 1; n <= extent.nodes; ++n) {
         const Vec3 P{m_pNodeX[n], m_pNodeY[n], m_pNodeZ[n]};
         const std::span<const int> cells = cellsOfNode(*this, n);
         for (std::size_t i = 0; i < cells.size(); ++i) {

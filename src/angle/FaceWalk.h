@@ -35,8 +35,7 @@ inline int cellAcross(const CKVR3DWeldLine& r, int node, int a, int k) {
 template <class Judge>
 void walkFacesOfNodes(CKVR3DWeldLine& r, Judge judge) {
     const Extent extent = extentOf(r);
-    const int nodes = nodesWithRows(r);
-    for (int n = 1; n <= nodes; ++n) {
+    for (int n = 1; n <= extent.nodes; ++n) {
         for (const int a : cellsOfNode(r, n)) {
             if (!extent.holdsOwn(a)) continue;
             for (int k = 1; k <= r.m_ppCellFace[a][0]; ++k) {

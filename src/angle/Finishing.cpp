@@ -42,8 +42,7 @@ void CKVR3DWeldLine::truncateAngle() {
     for (int n = 1; n <= extent.nodes; ++n) {
         if (m_pMeetingAngle[n] >= limit) m_pMeetingAngle[n] = kNothingMeets;
     }
-    const int nodes = nodesWithRows(*this);
-    for (int n = 1; n <= nodes; ++n) {
+    for (int n = 1; n <= extent.nodes; ++n) {
         if (m_pMeetingAngle[n] > limit) continue;
         if (!hasNeighbourBelow(*this, extent, n, limit)) m_pMeetingAngle[n] = kNothingMeets;
     }

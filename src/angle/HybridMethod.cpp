@@ -72,8 +72,7 @@ void CKVR3DWeldLine::CalNodeVectorAngle_Modified_Hybrid() {
     const MeetingPairTest test(*this);
     const Extent extent = extentOf(*this);
     std::vector<int> candidates;
-    const int nodes = nodesWithRows(*this);
-    for (int n = 1; n <= nodes; ++n) {
+    for (int n = 1; n <= extent.nodes; ++n) {
         const Vec3 P{m_pNodeX[n], m_pNodeY[n], m_pNodeZ[n]};
         const std::span<const int> cells = cellsOfNode(*this, n);
         for (std::size_t position = 0; position < cells.size(); ++position) {

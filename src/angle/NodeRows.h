@@ -8,13 +8,10 @@
 
 namespace weldline::core {
 
-// Nodes that have both a meeting angle and a row of cells; the rows are those of the first run.
-inline int nodesWithRows(const CKVR3DWeldLine& r) {
-    return std::min(extentOf(r).nodes, r.m_Storage.nodeCellNodes);
-}
-
-// Own cells that contain the node, in ascending order.
+// Own cells that contain the node, in ascending order. The rows are those of the first run; a node
+// beyond them has no cells.
 inline std::span<const int> cellsOfNode(const CKVR3DWeldLine& r, int node) {
+    if (node > r.m_Storage.nodeCellNodes) return {};
     const int* row = r.m_ppNodeCell[node];
     return {row + 1, static_cast<std::size_t>(row[0])};
 }

@@ -28,11 +28,6 @@ constexpr int kBiInjection = 11;
 // lies just above 1e-30.
 constexpr double kNoMelt = 1.0e-30F;
 
-// Slots 0 to `last`. A count below -1 asks for more than an array can have and so fails.
-std::size_t slotsUpTo(int last) {
-    return static_cast<std::size_t>(std::ptrdiff_t{last} + 1);
-}
-
 void copyCounts(CKVR3DWeldLine& r, const CKVR3DFiniteVolumeMesh& mesh) {
     r.m_nCV_Total = mesh.m_nCV_Total;
     r.m_nCV = mesh.m_nCV;
@@ -128,8 +123,7 @@ std::string resultMeshPath(const char* meshFilePath) {
 
 bool allocateWorkArrays(CKVR3DWeldLine& r) {
     if (r.m_pVariable != nullptr) return true;
-    WorkStorage storage;
-    ArrayOwner& arrays = storage.arrays;
+    ArrayOwner arrays;
     const std::size_t cells = slotsUpTo(r.m_nCV_Total);
     const std::size_t nodes = slotsUpTo(r.m_nNode);
     double** cellFields[] = {&r.m_pVariable, &r.m_pVariableOrg, &r.m_pWork1X, &r.m_pWork1Y,
@@ -149,9 +143,9 @@ bool allocateWorkArrays(CKVR3DWeldLine& r) {
     r.m_pMeetingAngle = meetingAngle;
     r.m_pCellFlag2 = cellFlag2;
     r.m_pZeroGradFlag = zeroGradFlag;
-    storage.cellSlots = r.m_nCV_Total;
-    storage.nodes = r.m_nNode;
-    r.m_Storage = std::move(storage);
+    r.m_Storage.arrays = std::move(arrays);
+    r.m_Storage.cellSlots = r.m_nCV_Total;
+    r.m_Storage.nodes = r.m_nNode;
     return r.m_pVariable != nullptr && r.m_pMeetingAngle != nullptr;
 }
 

@@ -12,8 +12,8 @@ class CKVRCom;
 class CKVR3DFiniteVolumeMesh;
 
 // The calculator behind the public handle: settings, borrowed host data, work arrays, and the
-// steps of the calculation as members. The fields stand in the order and with the types that
-// tools for this record rely on.
+// steps of the calculation as members. The order and the types of the fields are a
+// contract.
 //
 // Borrowed: never freed here. Owned: lives in m_Storage, and the field is its address. Scratch:
 // owned, with no meaning between steps. All arrays are 1-based with an unused slot 0.
@@ -54,13 +54,13 @@ class CKVR3DWeldLine {
 
     // Smoothing and gradients (gradient/). Arrays run over the cell slots.
     void Smooth_Variable(double* phi, int nPass);
-    void GradVarb(int nIter, double* phi, double* gx, double* gy, double* gz);
-    void GradVarb_FaceContribution(int nIter, double* phi, double* gx, double* gy, double* gz,
+    void GradVarb(int nIter, const double* phi, double* gx, double* gy, double* gz);
+    void GradVarb_FaceContribution(int nIter, const double* phi, double* gx, double* gy, double* gz,
                                    double lambda, int a, int b, double Sx, double Sy, double Sz,
                                    double xf, double yf, double zf);
-    void GradVarb_Upwind(double* phi, double* gx, double* gy, double* gz);
-    void GradVarb_Iterative(double* phi, double* gx, double* gy, double* gz);
-    void GradVarb_RBF(double* phi, double* gx, double* gy, double* gz);
+    void GradVarb_Upwind(const double* phi, double* gx, double* gy, double* gz);
+    void GradVarb_Iterative(const double* phi, double* gx, double* gy, double* gz);
+    void GradVarb_RBF(const double* phi, double* gx, double* gy, double* gz);
 
     // Meeting angle (angle/).
     void CalNodeVectorAngle_Modified_03Loop();

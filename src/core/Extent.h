@@ -1,14 +1,21 @@
 #pragma once
 
 #include <algorithm>
+#include <cstddef>
 
 #include "CKVR3DWeldLine.h"
 
 namespace weldline::core {
 
-// Values that are not above this, or not below it, depending on the test, count as no melt; also
-// the guard added to denominators.
+// Values not above this, or below it, depending on the test, count as no melt; also the guard added
+// to denominators.
 inline constexpr double kEps = 1e-30;
+
+// Size of an array with slots 0 to `last`. A count below -1 asks for more than an array can have
+// and so fails.
+inline std::size_t slotsUpTo(int last) {
+    return static_cast<std::size_t>(std::ptrdiff_t{last} + 1);
+}
 
 // The part of the bound mesh that the work arrays have room for. The arrays are made once; a later
 // mesh with more cells or nodes is worked on as far as they reach, and what lies beyond is left

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "CCommunication.h"
 #include "CKVR3DWeldLine.h"
 #include "CPartitionFace_DLL.h"
 #include "Vec3.h"
@@ -87,17 +86,5 @@ class InterfaceFaces {
   private:
     CPartitionFace_DLL* m_host;
 };
-
-// Halo exchange; collective. Without a host object there is one process and nothing to exchange.
-inline void exchange(CCommunication* host, double* cellArray) {
-    if (host != nullptr) host->DDM_Exch(cellArray);
-}
-
-// On purpose: always x, then y, then z; every process makes the same sequence of exchanges.
-inline void exchange(CCommunication* host, const CellVectors& g) {
-    exchange(host, g.x);
-    exchange(host, g.y);
-    exchange(host, g.z);
-}
 
 }  // namespace weldline::core

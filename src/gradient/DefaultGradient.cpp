@@ -8,6 +8,7 @@
 
 #include "CKVR3DWeldLine.h"
 #include "Displacements.h"
+#include "Exchange.h"
 #include "GradientSteps.h"
 #include "Trace.h"
 
@@ -66,7 +67,7 @@ void copyCells(const CellVectors& from, const CellVectors& to, int slots) {
 
 // On purpose: with two or more iterations the first one, too, takes the corrected form, with a
 // previous gradient of zero.
-void CKVR3DWeldLine::GradVarb_FaceContribution(int nIter, double* phi, double* gx, double* gy,
+void CKVR3DWeldLine::GradVarb_FaceContribution(int nIter, const double* phi, double* gx, double* gy,
                                                double* gz, double lambda, int a, int b, double Sx,
                                                double Sy, double Sz, double xf, double yf,
                                                double zf) {
@@ -91,7 +92,7 @@ void CKVR3DWeldLine::GradVarb_FaceContribution(int nIter, double* phi, double* g
     }
 }
 
-void CKVR3DWeldLine::GradVarb(int nIter, double* phi, double* gx, double* gy, double* gz) {
+void CKVR3DWeldLine::GradVarb(int nIter, const double* phi, double* gx, double* gy, double* gz) {
     trace(*this, "calWeldLine: GradVarb\n");
     const Extent extent = extentOf(*this);
     const CellVectors g{gx, gy, gz};
@@ -129,9 +130,9 @@ void CKVR3DWeldLine::GradVarb(int nIter, double* phi, double* gx, double* gy, do
         // from the third one on.
         if (k != m_nGradLoopBound) {
             copyCells(g, previous, extent.slots);
-            exchange(m_pCommunication, previous);
+            exchange(*this, previous);
         }
     }
-    exchange(m_pCommunication, g);
+    exchange(*this, g);
     zeroFlatGradients(g, kVanishedGradient, extent.ownCells, m_pZeroGradFlag);
 }

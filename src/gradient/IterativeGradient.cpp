@@ -8,11 +8,11 @@
 // elimination without pivoting. Face order: inner, interface, inlet, wall, symmetry. One pass,
 // although the trace calls it iterative.
 
-#include <cstddef>
 #include <memory>
 
 #include "CKVR3DWeldLine.h"
 #include "Displacements.h"
+#include "Exchange.h"
 #include "GradientSteps.h"
 #include "Trace.h"
 
@@ -54,12 +54,11 @@ Vec3 solve(const NormalEquations& n) {
 
 }  // namespace
 
-void CKVR3DWeldLine::GradVarb_Iterative(double* phi, double* gx, double* gy, double* gz) {
+void CKVR3DWeldLine::GradVarb_Iterative(const double* phi, double* gx, double* gy, double* gz) {
     const Extent extent = extentOf(*this);
     const CellVectors X = cellCentres(*this);
     const CellVectors g{gx, gy, gz};
-    const auto equations = std::make_unique<NormalEquations[]>(
-        static_cast<std::size_t>(std::ptrdiff_t{m_nCV_Total} + 1));
+    const auto equations = std::make_unique<NormalEquations[]>(slotsUpTo(m_nCV_Total));
     const auto addToBoth = [&](int a, int b, const Vec3& d) {
         const double dphi = phi[b] - phi[a];
         equations[a].add(d, dphi);
@@ -79,6 +78,6 @@ void CKVR3DWeldLine::GradVarb_Iterative(double* phi, double* gx, double* gy, dou
     trace(*this, "// Calculate Gradient Components at CV-centers\n");
     for (int c = 1; c <= extent.ownCells; ++c) g.set(c, solve(equations[c]));
     // On purpose: boundary slots keep their zeros.
-    exchange(m_pCommunication, g);
+    exchange(*this, g);
     zeroFlatGradients(g, kFlatGradient, extent.ownCells, m_pZeroGradFlag);
 }

@@ -9,6 +9,7 @@
 #include <cmath>
 
 #include "CKVR3DWeldLine.h"
+#include "Exchange.h"
 #include "GradientSteps.h"
 #include "Trace.h"
 
@@ -108,7 +109,7 @@ void addInterfaceFaces(const InterfaceFaces& faces, const Extent& extent, const 
 
 }  // namespace
 
-void CKVR3DWeldLine::GradVarb_RBF(double* phi, double* gx, double* gy, double* gz) {
+void CKVR3DWeldLine::GradVarb_RBF(const double* phi, double* gx, double* gy, double* gz) {
     prepareStencils(*this);
     trace(*this, "..Start RBF calculation of gradients\n");
     const Extent extent = extentOf(*this);
@@ -122,6 +123,6 @@ void CKVR3DWeldLine::GradVarb_RBF(double* phi, double* gx, double* gy, double* g
     copyToSlots(wallFaces(*this), extent, g);
     copyToSlots(inletFaces(*this), extent, g);
     copyToSlots(symmetryFaces(*this), extent, g);
-    exchange(m_pCommunication, g);
+    exchange(*this, g);
     zeroFlatGradients(g, kFlatGradient, extent.ownCells, m_pZeroGradFlag);
 }

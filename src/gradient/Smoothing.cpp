@@ -7,6 +7,7 @@
 // inner, interface, inlet, symmetry, wall. All sums of a pass use the values of the pass before.
 
 #include "CKVR3DWeldLine.h"
+#include "Exchange.h"
 #include "Extent.h"
 #include "FaceViews.h"
 #include "Trace.h"
@@ -101,6 +102,6 @@ void CKVR3DWeldLine::Smooth_Variable(double* phi, int nPass) {
         // On purpose: inlet slots keep their weighted mean.
         copyToSlots(wallFaces(*this), extent, phi);
         copyToSlots(symmetryFaces(*this), extent, phi);
-        exchange(m_pCommunication, phi);
+        exchange(*this, phi);
     }
 }

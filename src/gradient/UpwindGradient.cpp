@@ -6,6 +6,7 @@
 // cell and on the boundary every cell sees its own value.
 
 #include "CKVR3DWeldLine.h"
+#include "Exchange.h"
 #include "GradientSteps.h"
 #include "Trace.h"
 
@@ -68,7 +69,7 @@ void addInterfaceFaces(const InterfaceFaces& faces, const Extent& extent, const 
 
 }  // namespace
 
-void CKVR3DWeldLine::GradVarb_Upwind(double* phi, double* gx, double* gy, double* gz) {
+void CKVR3DWeldLine::GradVarb_Upwind(const double* phi, double* gx, double* gy, double* gz) {
     trace(*this, "..Start UPWIND calculation of gradients\n");
     const Extent extent = extentOf(*this);
     const CellVectors g{gx, gy, gz};
@@ -81,6 +82,6 @@ void CKVR3DWeldLine::GradVarb_Upwind(double* phi, double* gx, double* gy, double
     copyToSlots(wallFaces(*this), extent, g);
     copyToSlots(inletFaces(*this), extent, g);
     copyToSlots(symmetryFaces(*this), extent, g);
-    exchange(m_pCommunication, g);
+    exchange(*this, g);
     zeroFlatGradients(g, kFlatGradient, extent.ownCells, m_pZeroGradFlag);
 }

@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 #include <string>
 
 #include "CKVR3DWeldLine.h"
@@ -62,8 +63,8 @@ void applyMethodDefaults(CKVR3DWeldLine& r) {
     r.m_nSmooth_afterGrad = fewPasses ? 4 : 20;
 }
 
-// On purpose: the defaults come with the first two lines of a section, whatever they contain, after
-// the method key of the line and before its other keys. A method given later brings none.
+// On purpose: the defaults come with the first two section lines of a read, whatever they hold,
+// after the method key of the line and before its other keys. A method given later brings none.
 void readSectionLine(CKVR3DWeldLine& r, std::string& line) {
     if (takeKey(line, "FlagDebugOutput") && std::atoi(line.c_str()) == 1) {
         r.m_FlagDebugOutput = true;
@@ -82,6 +83,15 @@ void readSectionLine(CKVR3DWeldLine& r, std::string& line) {
     readReal(line, "GradValueFilterPara", r.m_GradValueFilterPara);
     readReal(line, "VolumeFilter", r.m_Volume_Filter);
     if (takeKey(line, "GradMethodMFT")) r.m_GradMethodMFT = truncated(std::atof(line.c_str()));
+}
+
+struct Close {
+    void operator()(FILE* file) const { std::fclose(file); }
+};
+using File = std::unique_ptr<FILE, Close>;
+
+File openForReading(const char* path) {
+    return File(path == nullptr ? nullptr : std::fopen(path, "r"));
 }
 
 // False at the end of the file.
@@ -112,14 +122,12 @@ void readSections(CKVR3DWeldLine& r, FILE* file) {
 }  // namespace
 
 int CKVR3DWeldLine::readControlFile() {
-    FILE* file = m_pControlFilePath == nullptr ? nullptr : std::fopen(m_pControlFilePath, "r");
-    if (file == nullptr) {
-        std::printf("Fail to open *.cmp file in WeldLine Calculation! \n");
-    } else {
+    if (const File file = openForReading(m_pControlFilePath)) {
         m_bMethod40 = 0;
         m_nDefaultPass = 0;
-        readSections(*this, file);
-        std::fclose(file);
+        readSections(*this, file.get());
+    } else {
+        std::printf("Fail to open *.cmp file in WeldLine Calculation! \n");
     }
     weldline::core::openDebugFile(*this);
     weldline::core::traceSettings(*this);

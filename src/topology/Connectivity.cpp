@@ -2,10 +2,10 @@
 // and face records. In the names a digit is a dimension: 0 node, 2 face, 3 cell.
 
 #include <algorithm>
-#include <cstddef>
-#include <vector>
+#include <memory>
 
 #include "CKVR3DWeldLine.h"
+#include "Extent.h"
 #include "FaceViews.h"
 #include "Trace.h"
 
@@ -13,34 +13,32 @@ using namespace weldline::core;
 
 namespace {
 
-std::size_t slotsUpTo(int last) {
-    return static_cast<std::size_t>(std::ptrdiff_t{last} + 1);
-}
-
 void append(int* row, int capacity, int member) {
     if (row[0] < capacity) row[++row[0]] = member;
 }
 
-std::vector<int> countCellsOfNodes(int** cellNode, int cells, int nodes) {
-    std::vector<int> count(slotsUpTo(nodes), 0);
+using Counts = std::unique_ptr<int[]>;
+
+Counts countCellsOfNodes(int** cellNode, int cells, int nodes) {
+    Counts count = std::make_unique<int[]>(slotsUpTo(nodes));
     for (int c = 1; c <= cells; ++c) {
         for (int k = 1; k <= cellNode[c][0]; ++k) ++count[cellNode[c][k]];
     }
     return count;
 }
 
-void countInnerFaces(const InnerFaces& faces, std::vector<int>& count) {
+void countInnerFaces(const InnerFaces& faces, const Counts& count) {
     for (int f = 1; f <= faces.count; ++f) {
         ++count[firstCell(faces.record[f])];
         ++count[secondCell(faces.record[f])];
     }
 }
 
-void countInterfaceFaces(const InterfaceFaces& faces, std::vector<int>& count) {
+void countInterfaceFaces(const InterfaceFaces& faces, const Counts& count) {
     for (int i = 1; i <= faces.count(); ++i) ++count[faces.ownCell(i)];
 }
 
-void countBoundaryFaces(const BoundaryGroup& faces, std::vector<int>& count) {
+void countBoundaryFaces(const BoundaryGroup& faces, const Counts& count) {
     for (int i = 1; i <= faces.count; ++i) ++count[faces.cell[i]];
 }
 
@@ -56,7 +54,7 @@ void CKVR3DWeldLine::getMeshTopologyConn() {
 void CKVR3DWeldLine::getInnerCell03Conn() {
     trace(*this, "calWeldLine: getInnerCell03Conn\n");
     if (m_ppNodeCell != nullptr) return;
-    const std::vector<int> count = countCellsOfNodes(m_ppCellNode, m_nCV, m_nNode);
+    const Counts count = countCellsOfNodes(m_ppCellNode, m_nCV, m_nNode);
     int capacity = 0;
     for (int n = 1; n <= m_nNode; ++n) capacity = std::max(capacity, count[n]);
     m_ppNodeCell = m_Storage.nodeCellRows.zeroRows<int>(slotsUpTo(m_nNode), slotsUpTo(capacity));
@@ -73,7 +71,7 @@ void CKVR3DWeldLine::getInnerCell03Conn() {
 void CKVR3DWeldLine::getCell32Conn() {
     trace(*this, "calWeldLine: getCell32Conn\n");
     const InnerFaces inner = innerFaces(*this);
-    std::vector<int> count(slotsUpTo(m_nCV_Total), 0);
+    const Counts count = std::make_unique<int[]>(slotsUpTo(m_nCV_Total));
     countInnerFaces(inner, count);
     countBoundaryFaces(inletFaces(*this), count);
     countInterfaceFaces(InterfaceFaces(m_pPartitionFace), count);

@@ -6,8 +6,7 @@
 //       | Sxz Syz Szz |
 
 #include <cmath>
-#include <cstddef>
-#include <vector>
+#include <memory>
 
 #include "CKVR3DWeldLine.h"
 #include "Displacements.h"
@@ -49,7 +48,7 @@ bool meetsZeroPivot(const Moments& m) {
 int CKVR3DWeldLine::checkSingularLSMatrix() {
     const Extent extent = extentOf(*this);
     const CellVectors X = cellCentres(*this);
-    std::vector<Moments> moments(static_cast<std::size_t>(extent.slots + 1));
+    const auto moments = std::make_unique<Moments[]>(slotsUpTo(m_nCV_Total));
     const auto addToBoth = [&](int a, int b, const Vec3& d) {
         moments[a].add(d);
         moments[b].add(d);

@@ -17,10 +17,13 @@ double slope(Point x) {
     return 1.0 + x[0] + 2.0 * x[1] + 4.0 * x[2];
 }
 
-// An exchange that does not look at the array: its length is not the mesh's here.
-class SilentExchange : public CCommunication {
+// An exchange of a partition without neighbours that reads and writes every slot of its mesh.
+class ThoroughExchange : public CCommunication {
   public:
-    void DDM_Exch(double*) override {}
+    void DDM_Exch(double* cellArray) override {
+        for (int slot = 1; slot <= slots; ++slot) cellArray[slot] += 0.0;
+    }
+    int slots = 0;
 };
 
 // A calculator that is bound to one mesh after the other.
@@ -37,6 +40,7 @@ class Rebinding : public ::testing::Test {
 
     void bind(TestHost& host, CKVR3DWeldLine& calculator) {
         calculator.setPartitionInterface(host.partition());
+        m_exchange.slots = host.slots();
         calculator.setKVRCom(&m_exchange, host.collective());
         EXPECT_TRUE(calculator.setFlowData(host.gv(), host.mesh()));
     }
@@ -65,7 +69,7 @@ class Rebinding : public ::testing::Test {
 
     TestHost m_small;  // 2 cells, 10 boundary slots, 12 nodes
     TestHost m_large;  // 18 cells, 42 boundary slots, 48 nodes
-    SilentExchange m_exchange;
+    ThoroughExchange m_exchange;
     CKVR3DWeldLine m_c;
 };
 
@@ -168,7 +172,8 @@ TEST_F(Rebinding, larger_counts_after_a_run_stay_within_the_arrays) {
     });
 }
 
-// The arrays come from the larger mesh, the connectivity tables from the smaller one.
+// The arrays come from the larger mesh, the connectivity tables from the smaller one: nodes beyond
+// its 12 have no cells, and nothing meets there.
 TEST_F(Rebinding, tables_smaller_than_the_arrays_are_not_left) {
     forEachChoice([&](const char* method, const char* gradient) {
         CKVR3DWeldLine calculator;
@@ -177,6 +182,9 @@ TEST_F(Rebinding, tables_smaller_than_the_arrays_are_not_left) {
         run(m_small, calculator, method, gradient);
         bind(m_large, calculator);
         EXPECT_EQ(run(m_large, calculator, method, gradient), 0) << method << " " << gradient;
+        if (std::string(method) == "5") return;  // no such method: the angles stay
+        for (int node = 13; node <= 48; ++node)
+            EXPECT_EQ(calculator.getMeetingAngle()[node], 180.0) << method << " " << gradient;
     });
 }
 
