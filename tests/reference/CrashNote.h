@@ -1,0 +1,11 @@
+#pragma once
+
+#include <string>
+
+namespace weldline::reference {
+
+// Remembers the case that is being run: if the process dies of a signal or a sanitizer's finding,
+// the case is printed to standard error.
+void noteCase(const std::string& text);
+
+}  // namespace weldline::reference

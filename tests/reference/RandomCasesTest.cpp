@@ -1,0 +1,40 @@
+// The library against the reference on random cases, bit by bit.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+
+#include "RunCase.h"
+#include "Workspace.h"
+
+namespace weldline::reference {
+namespace {
+
+constexpr int casesPerBlock = 1000;
+
+class RandomCases : public testing::TestWithParam<int> {};
+
+// Seeds 1000 * block + 1 and following. What a block meets is printed, and the behaviours that a
+// block of this size must meet are asked for: a generator gone lame must not pass.
+TEST_P(RandomCases, library_equals_reference) {
+    const Workspace workspace;
+    Tally tally;
+    for (int i = 1; i <= casesPerBlock; ++i) {
+        const CaseParameters parameters =
+            drawCase(static_cast<std::uint64_t>(GetParam()) * casesPerBlock + i);
+        const auto difference = runCase(parameters, tally);
+        ASSERT_FALSE(difference.has_value()) << report(parameters, *difference);
+    }
+    std::printf("%s", tally.inWords().c_str());
+    EXPECT_GE(tally.casesWithMeetingAngles, casesPerBlock / 10);
+    for (int method = 1; method <= 4; ++method) {
+        EXPECT_GE(tally.casesOfMethod[method], casesPerBlock / 100) << "method " << method;
+    }
+    for (std::size_t i = 0; i < eventCount; ++i) {
+        EXPECT_GT(tally.events[i], 0) << eventNames[i];
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Blocks, RandomCases, testing::Range(0, 20));
+
+}  // namespace
+}  // namespace weldline::reference

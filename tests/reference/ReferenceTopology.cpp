@@ -1,0 +1,130 @@
+// Node-to-cell and cell-to-face rows, and the test for singular least-squares matrices.
+#include <cmath>
+
+#include "Reference.h"
+
+namespace weldline::reference {
+
+void Reference::getMeshTopologyConn() {
+    trace("calWeldLine: getMeshTopologyConn\n");
+    getInnerCell03Conn();
+    getCell32Conn();
+}
+
+void Reference::getInnerCell03Conn() {
+    trace("calWeldLine: getInnerCell03Conn\n");
+    if (!m_ppNodeCell.empty()) {
+        return;
+    }
+    m_ppNodeCell.assign(m_nNode + 1, {0});
+    for (int c = 1; c <= m_nCV; ++c) {
+        const int* nodes = m_bound.m_ppCellNode[c];
+        for (int k = 1; k <= nodes[0]; ++k) {
+            m_ppNodeCell[nodes[k]].push_back(c);
+            ++m_ppNodeCell[nodes[k]][0];
+        }
+    }
+}
+
+void Reference::getCell32Conn() {
+    trace("calWeldLine: getCell32Conn\n");
+    std::vector<int> count(m_nCV_Total + 1, 0);
+    for (int f = 1; f <= m_nInnerFace; ++f) {
+        ++count[innerFaceCell(f, 1)];
+        ++count[innerFaceCell(f, 2)];
+    }
+    const Group in = inlet();
+    for (int i = 1; i <= in.count; ++i) ++count[in.cell[i]];
+    for (int i = 1; i <= partitionFaces(); ++i) ++count[m_pPartitionFace->ijParCV()[i]];
+    const Group sy = symmetry();
+    for (int i = 1; i <= sy.count; ++i) ++count[sy.cell[i]];
+    const Group wa = wall();
+    for (int i = 1; i <= wa.count; ++i) ++count[wa.cell[i]];
+
+    m_nMaxCellFace = -1000;
+    m_nMinCellFace = 1000;
+    for (int c = 1; c <= m_nCV; ++c) {
+        if (count[c] > m_nMaxCellFace) m_nMaxCellFace = count[c];
+        if (count[c] < m_nMinCellFace) m_nMinCellFace = count[c];
+    }
+    if (!m_ppCellInnerFace.empty()) {
+        return;
+    }
+    m_ppCellInnerFace.assign(m_nCV_Total + 1, {0});
+    for (int f = 1; f <= m_nInnerFace; ++f) {
+        for (int side = 1; side <= 2; ++side) {
+            std::vector<int>& row = m_ppCellInnerFace[innerFaceCell(f, side)];
+            row.push_back(f);
+            ++row[0];
+        }
+    }
+}
+
+namespace {
+
+struct Moments {
+    double xx = 0.0, yy = 0.0, zz = 0.0, xy = 0.0, xz = 0.0, yz = 0.0;
+
+    void add(double dx, double dy, double dz) {
+        xx += dx * dx;
+        yy += dy * dy;
+        zz += dz * dz;
+        xy += dx * dy;
+        xz += dx * dz;
+        yz += dy * dz;
+    }
+};
+
+// Only the first two pivots are tested, and only for exact zeros.
+bool meetsZeroPivot(const Moments& s) {
+    double m[4][4] = {
+        {0, 0, 0, 0}, {0, s.xx, s.xy, s.xz}, {0, s.xy, s.yy, s.yz}, {0, s.xz, s.yz, s.zz}};
+    for (int p = 1; p <= 2; ++p) {
+        for (int i = p + 1; i <= 3; ++i) {
+            for (int j = p + 1; j <= 3; ++j) {
+                if (std::fabs(m[p][p]) == 0.0) {
+                    return true;
+                }
+                m[i][j] = m[i][j] - (m[i][p] / m[p][p]) * m[p][j];
+            }
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+int Reference::checkSingularLSMatrix() {
+    const double* x = m_bound.m_pXc;
+    const double* y = m_bound.m_pYc;
+    const double* z = m_bound.m_pZc;
+    std::vector<Moments> sums(m_nCV_Total + 1);
+    for (int f = 1; f <= m_nInnerFace; ++f) {
+        const int a = innerFaceCell(f, 1);
+        const int b = innerFaceCell(f, 2);
+        sums[a].add(x[b] - x[a], y[b] - y[a], z[b] - z[a]);
+        sums[b].add(x[b] - x[a], y[b] - y[a], z[b] - z[a]);
+    }
+    for (int i = 1; i <= partitionFaces(); ++i) {
+        const int a = m_pPartitionFace->ijParCV()[i];
+        const int b = m_pPartitionFace->ijPar()[i];
+        sums[a].add(x[b] - x[a], y[b] - y[a], z[b] - z[a]);
+        sums[b].add(x[b] - x[a], y[b] - y[a], z[b] - z[a]);
+    }
+    for (const Group& group : {inlet(), wall(), symmetry()}) {
+        for (int i = 1; i <= group.count; ++i) {
+            const int c = group.cell[i];
+            const int s = group.slot[i];
+            sums[c].add(group.xc[i] - x[c], group.yc[i] - y[c], group.zc[i] - z[c]);
+            sums[s].add(group.xc[i] - x[c], group.yc[i] - y[c], group.zc[i] - z[c]);
+        }
+    }
+    for (int c = 1; c <= m_nCV; ++c) {
+        if (meetsZeroPivot(sums[c])) {
+            return 1;
+        }
+    }
+    return 0;
+}
+
+}  // namespace weldline::reference
