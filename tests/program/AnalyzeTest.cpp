@@ -55,18 +55,8 @@ TEST_F(Analyze, two_fronts_in_one_layer_of_cells) {
 // One layer of cells between two open sides, which no step counts: nothing lies beside a cell in y,
 // the second pivot is zero, and the second gradient is the RBF's instead of least squares.
 TEST_F(Analyze, singular_mesh_takes_the_rbf_gradient) {
-    SampleMesh mesh = plateWithTwoFronts(10, 1, 2);
-    std::vector<double> patch(mesh.cells.size(), 0.0);
-    for (int cell = 0; cell < 20; ++cell) {
-        const std::vector<int> n = mesh.cells[cell];
-        mesh.addCell(9, {n[0], n[1], n[5], n[4]});
-        mesh.addCell(9, {n[3], n[2], n[6], n[7]});
-    }
-    patch.resize(mesh.cells.size(), 7.0);
-    mesh.cellArrays.push_back({"PatchId", "Int32", patch});
-    mesh.cellArrays.front().values.resize(mesh.cells.size(), 0.0);
     const Names options{"-o", at("result.vtu"), "--outlet", "7", "--set", "FlagDebugOutput=1"};
-    expectMiddlePlane(summaryOf(mesh, options), 6, 5.0);
+    expectMiddlePlane(summaryOf(layerWithOpenSides(10, 2), options), 6, 5.0);
     const std::string trace = read(at("result_KVRWDLineDebug.txt"));
     EXPECT_TRUE(contains(trace, "..Start RBF calculation of gradients\n"));
     EXPECT_FALSE(contains(trace, "..Start iterative calculation of gradients\n"));

@@ -97,4 +97,19 @@ SampleMesh plateWithTwoFronts(int nx, int ny, int nz) {
     return mesh;
 }
 
+SampleMesh layerWithOpenSides(int nx, int nz) {
+    SampleMesh mesh = plateWithTwoFronts(nx, 1, nz);
+    const std::size_t volumes = mesh.cells.size();
+    for (std::size_t cell = 0; cell < volumes; ++cell) {
+        const std::vector<int> n = mesh.cells[cell];
+        mesh.addCell(9, {n[0], n[1], n[5], n[4]});
+        mesh.addCell(9, {n[3], n[2], n[6], n[7]});
+    }
+    std::vector<double> patch(volumes, 0.0);
+    patch.resize(mesh.cells.size(), 7.0);
+    mesh.cellArrays.front().values.resize(mesh.cells.size(), 0.0);
+    mesh.cellArrays.push_back({"PatchId", "Int32", patch});
+    return mesh;
+}
+
 }  // namespace weldline::test

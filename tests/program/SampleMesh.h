@@ -40,4 +40,7 @@ void addCellArray(SampleMesh& mesh, const std::string& name,
 // x = 0.5 at time 0.55.
 SampleMesh plateWithTwoFronts(int nx, int ny, int nz);
 
+// The same fronts in one layer of cells in y, with patch 7 on all faces across y.
+SampleMesh layerWithOpenSides(int nx, int nz);
+
 }  // namespace weldline::test
