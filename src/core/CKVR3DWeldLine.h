@@ -12,8 +12,7 @@ class CKVRCom;
 class CKVR3DFiniteVolumeMesh;
 
 // The calculator behind the public handle: settings, borrowed host data, work arrays, and the
-// steps of the calculation as members. The order and the types of the fields are a
-// contract.
+// steps of the calculation as members. The order and the types of the fields are a contract.
 //
 // Borrowed: never freed here. Owned: lives in m_Storage, and the field is its address. Scratch:
 // owned, with no meaning between steps. All arrays are 1-based with an unused slot 0.

@@ -26,6 +26,20 @@ class ThoroughExchange : public CCommunication {
     int slots = 0;
 };
 
+// Sees and changes the ends of the array.
+class MarkingExchange : public CCommunication {
+  public:
+    void DDM_Exch(double* cellArray) override {
+        seenFirst = cellArray[1];
+        seenLast = cellArray[slots];
+        cellArray[1] = 7.0;
+        cellArray[slots] = 8.0;
+    }
+    int slots = 0;
+    double seenFirst = 0.0;
+    double seenLast = 0.0;
+};
+
 // A calculator that is bound to one mesh after the other.
 class Rebinding : public ::testing::Test {
   protected:
@@ -140,6 +154,22 @@ TEST_F(Rebinding, larger_counts_fill_the_slots_that_exist) {
     bind(m_large);
     for (int slot = 1; slot <= m_small.slots(); ++slot)
         EXPECT_EQ(m_c.m_pVariable[slot], m_large.gv()->m_pFlowVariable[slot]);
+}
+
+// The exchange gets an array of the large mesh's 60 slots: the 12 that exist, zeros beyond, and
+// what it writes into the 12 comes back. A uniform field of 3 stays 3 when it is smoothed.
+TEST_F(Rebinding, larger_counts_hand_the_exchange_an_array_of_their_own_length) {
+    setField(m_large, [](Point) { return 3.0; });
+    bind(m_small);
+    bind(m_large);
+    MarkingExchange exchange;
+    exchange.slots = m_large.slots();
+    m_c.setKVRCom(&exchange, m_large.collective());
+    m_c.Smooth_Variable(m_c.m_pVariable, 1);
+    EXPECT_EQ(exchange.seenFirst, 3.0);
+    EXPECT_EQ(exchange.seenLast, 0.0);
+    EXPECT_EQ(m_c.m_pVariable[1], 7.0);
+    EXPECT_EQ(m_c.m_pVariable[2], 3.0);
 }
 
 TEST_F(Rebinding, larger_counts_with_bi_injection_stay_within_the_arrays) {
