@@ -4,6 +4,7 @@
 #include <sstream>
 
 #include "Random.h"
+#include "Streams.h"
 
 namespace weldline::reference {
 
@@ -14,16 +15,27 @@ using P = CaseParameters;
 constexpr Knob allKnobs[] = {
     {"runs", &P::runs},
     {"rebind", &P::rebind},
+    {"extraBindings", &P::extraBindings},
+    {"remesh", &P::remesh},
     {"newSettings", &P::newSettings},
     {"mutate", &P::mutate},
+    {"processes", &P::processes},
     {"partitions", &P::partitions},
     {"nx", &P::nx},
     {"ny", &P::ny},
     {"nz", &P::nz},
     {"kind", &P::kind},
+    {"empty", &P::empty},
+    {"emptyAt", &P::emptyAt},
     {"handle", &P::handle},
     {"setters", &P::setters},
     {"moving", &P::moving},
+    {"guard", &P::guard},
+    {"tails", &P::tails},
+    {"nullValues", &P::nullValues},
+    {"nullArrays", &P::nullArrays},
+    {"poison", &P::poison},
+    {"grid", &P::grid},
     {"scramble", &P::scramble},
     {"rank", &P::rank},
     {"nullObjects", &P::nullObjects},
@@ -51,6 +63,7 @@ constexpr Knob allKnobs[] = {
     {"rbf", &P::rbf},
     {"control", &P::control},
     {"path", &P::path},
+    {"meshPath", &P::meshPath},
     {"debug", &P::debug},
     {"debugBlocked", &P::debugBlocked},
     {"method", &P::method},
@@ -70,7 +83,7 @@ int seldom(Random& random, double probability, int low, int high) {
 }
 
 void drawMesh(Random& random, CaseParameters& p) {
-    p.kind = random.pick({0, 0, 0, 0, 0, 0, 0, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4, 5, 5, 5});
+    p.kind = random.pick({0, 0, 0, 0, 0, 0, 0, 1, 1, 2, 2, 2, 3, 3, 3, 4, 4, 4, 5, 5, 5, 5, 5});
     const bool many = p.kind == 1 || p.kind == 3;  // Several cells per block of the box.
     p.nx = many ? random.pick({1, 2, 2, 3}) : random.pick({1, 2, 3, 3, 4, 4});
     p.ny = many ? random.pick({1, 1, 2, 2}) : random.pick({1, 2, 2, 3, 3, 4});
@@ -151,6 +164,40 @@ void makeOrdinary(Random& random, CaseParameters& p) {
     p.truncate = 1;
 }
 
+// Numbers on a coarse grid, and settings that do not blur them.
+void makeCoarse(Random& random, P& p) {
+    p.grid = 1;
+    p.jitter = random.pick({0, 0, 45});
+    p.flowScale = 0;
+    p.smoothBefore = random.pick({0, 0, 0, 1});
+    p.smoothAfter = random.pick({0, 0, 0, 1});
+    p.volumeFilter = random.pick({0, 0, 3, 3, 5, 2});
+    p.nGrad = random.pick({1, 1, 2, 3});
+    if (p.specials > 0) p.specials = random.pick({0, p.specials});
+}
+
+// Bindings to other meshes, emptiness, ways of handing arrays out, odd files.
+void drawExtras(Random& random, P& p) {
+    p.remesh = random.pick({0, 1, 2, 3});
+    p.extraBindings = seldom(random, 0.15, 1, 2);
+    if (random.chance(0.06)) {
+        p.empty = random.integer(1, 6);
+        p.emptyAt = random.integer(0, 2);
+    }
+    if (p.partitions > 1 && random.chance(0.1)) p.empty = 7;
+    p.nullValues = seldom(random, 0.08, 1, 15);
+    if (p.partitions > 1) p.nullValues &= ~1;  // Every one of them would be the master.
+    p.nullArrays = random.chance(0.3) ? 1 : 0;
+    p.poison = random.integer(0, 1);
+    p.tails = random.integer(0, 1);
+    p.guard = seldom(random, 0.08, 1, 2);
+    if (p.moving == 1 && random.chance(0.4)) p.moving = 2;
+    if (random.chance(0.15)) makeCoarse(random, p);
+    p.meshPath = random.integer(0, 9);
+    if (random.chance(0.03)) p.path = random.integer(6, 7);
+    if (random.chance(0.08)) p.control = 5;
+}
+
 }  // namespace
 
 std::span<const Knob> knobs() {
@@ -177,12 +224,15 @@ CaseParameters drawCase(std::uint64_t seed) {
     }
     if (p.kind == 5) {
         p.gradMethod = random.pick({1, 1, 2, 3, 4});
-        p.filterPara = random.integer(0, 1);
+        p.filterPara = random.pick({0, 0, 1, 4, 4});
+        p.boundaryAngle = random.pick({0, 0, 0, p.boundaryAngle});
+        p.unreached /= 4;
         p.smoothBefore = random.pick({0, 0, 0, 1});
         p.smoothAfter = random.pick({0, 0, 0, 1});
         p.volumeFilter = random.pick({0, 0, 0, 1, 2});
+        p.truncate = random.pick({0, 0, 0, 1});
     }
-    if (random.chance(0.04)) {
+    if (random.chance(0.06)) {
         p.limitFlow = 1;
         p.smoothBefore = 1;
         p.smoothAfter = 0;
@@ -191,6 +241,8 @@ CaseParameters drawCase(std::uint64_t seed) {
     p.rebind = p.runs > 1 ? random.integer(0, 3) : 0;
     p.newSettings = random.integer(0, 1);
     p.mutate = random.chance(0.3) ? 1 : 0;
+    Random extras(seed, Streams::extras);
+    drawExtras(extras, p);
     return p;
 }
 

@@ -27,6 +27,9 @@ struct CaseParameters {
     int partitions = 1;     // 1 to 4
     int renumber = 0;       // 1: cells, faces, nodes and lists in random order
     int fractions = 0;      // percent of cell numbers in face records with a fractional part
+    int empty = 0;          // 1 no cells, 2 no nodes, 3 no inner faces, 4 no boundary faces,
+                            // 5 neither, 6 nothing at all, 7 the last partition has nothing
+    int emptyAt = 0;        // 0: at all bindings, else at this one only
 
     // Values. Flow: 0 two sources, 1 random, 2 one source, 3 constant, 4 linear, 5 few values,
     // 6 three sources.
@@ -41,22 +44,31 @@ struct CaseParameters {
     int cellState = 0;    // percent of cells with a state
     int mode11 = 0;       // 1: bi-injection
     int rbf = 0;          // 0 the face's two cells, 1 random stencils, 2 also empty ones
+    int grid = 0;         // 1: all numbers lie on a coarse dyadic grid, so that ties are common
+    int poison = 0;       // 1: NaN in boundary slots where nobody has a reason to read
 
     // Host.
     int meshFileType = 0;
     int gradSwitch = 0;   // index of a value of the gradient-set switch
     int allMax = 0;       // 0 true maximum, 1 to 4: the host answers -1, 0, 1 or 2
     int nullObjects = 0;  // bits: partition, communication, collective object null
-    int moving = 0;       // 1: the partition arrays move at every access
+    int nullValues = 0;   // bits: process number, mode, gradient-set switch, mesh path null
+    int nullArrays = 0;   // 1: arrays of nothing are null
+    int moving = 0;       // 1: the partition arrays move at every access, 2: their memory goes
+    int guard = 0;        // 1: arrays end at a page nobody may touch, 2: they begin behind one
+    int tails = 0;        // 1: rows have a poisoned tail
     int scramble = 0;     // 1: the host forgets its mesh pointers after binding
     int handle = 0;       // 1: through the public class, results only
     int rank = 0;         // 1: a single process that is not the master, 2: from the second run on
     int setters = 0;      // 1: setters are called between the runs
+    int processes = 0;    // 1: the partitions are played as processes, too
 
-    // Control file. Kind: 0 missing, 1 tidy, 2 noisy, 3 without a section, 4 spoiled bytes.
+    // Control file. Kind: 0 missing, 1 tidy, 2 noisy, 3 without a section, 4 spoiled bytes, 5 long
+    // lines and many lines.
     int control = 1;
     int path = 0;          // 0 run.cmp, 1 no dot, 2 dot in a folder, 3 long extension, 4 null,
-                           // 5 a folder
+                           // 5 a folder, 6 long, 7 longer than the field for the trace file's name
+    int meshPath = 0;      // index of a path
     int debug = 0;         // 1: FlagDebugOutput = 1
     int debugBlocked = 0;  // 1: the trace file cannot be opened
     int method = 4;
@@ -71,7 +83,9 @@ struct CaseParameters {
 
     // Sequence.
     int runs = 1;
-    int rebind = 0;       // bits: bind again before run 2, 3
+    int rebind = 0;         // bits: bind again before run 2, 3
+    int extraBindings = 0;  // before the first run
+    int remesh = 0;       // later bindings have 0 the same counts, 1 smaller, 2 larger ones, 3 any
     int newSettings = 0;  // 1: other settings in each run
     int mutate = 0;       // 1: the host changes arrays in place between runs
 

@@ -184,6 +184,9 @@ std::string controlText(const CaseParameters& parameters, int run) {
     if (parameters.control == 2) {
         return noisyText(lines, random);
     }
+    if (parameters.control == 5) {
+        return oddControlText(lines, parameters.seed, run);
+    }
     std::string text = "[WeldLinePlotCtrl]\n";
     for (const std::string& line : lines) text += line + "\n";
     text += "[/WeldLinePlotCtrl]\n";

@@ -16,11 +16,15 @@ namespace {
 constexpr std::size_t longest = 2000;
 char note[longest + 2] = {};
 std::size_t noteLength = 0;
+bool silent = false;
 
 void printNote() {
+    if (silent) return;
     const char intro[] = "\nThe process died in this case: ";
+    const char hint[] = "scripts/soak --shrink \"...\" makes it simpler.\n";
     const bool printed = write(STDERR_FILENO, intro, sizeof intro - 1) > 0 &&
-                         write(STDERR_FILENO, note, noteLength) > 0;
+                         write(STDERR_FILENO, note, noteLength) > 0 &&
+                         write(STDERR_FILENO, hint, sizeof hint - 1) > 0;
     if (!printed) {
         _exit(1);
     }
@@ -43,6 +47,10 @@ void install() {
 }
 
 }  // namespace
+
+void silenceNotes() {
+    silent = true;
+}
 
 void noteCase(const std::string& text) {
     static const bool installed = (install(), true);

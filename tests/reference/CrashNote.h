@@ -8,4 +8,7 @@ namespace weldline::reference {
 // the case is printed to standard error.
 void noteCase(const std::string& text);
 
+// From now on nothing is printed: somebody else watches this process.
+void silenceNotes();
+
 }  // namespace weldline::reference

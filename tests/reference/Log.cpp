@@ -1,10 +1,13 @@
 #include "Log.h"
 
+#include <algorithm>
 #include <bit>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
+#include <set>
+#include <stdexcept>
 
 namespace weldline::reference {
 
@@ -48,13 +51,84 @@ std::optional<std::string> Log::difference(const Entry& library, const Entry& re
                " values, the reference " + std::to_string(reference.values.size());
     }
     for (std::size_t i = 0; i < library.values.size(); ++i) {
-        if (!sameBits(library.values[i], reference.values[i])) {
+        const double l = library.values[i];
+        const double r = reference.values[i];
+        const bool agree = library.smallest ? l >= r && (l == 0.0) == (r == 0.0) : sameBits(l, r);
+        if (!agree) {
             return where + "value " + std::to_string(i + 1) + " of " +
-                   std::to_string(library.values.size()) + ": library " +
-                   inWords(library.values[i]) + ", reference " + inWords(reference.values[i]);
+                   std::to_string(library.values.size()) + ": library " + inWords(l) +
+                   ", reference " + inWords(r);
         }
     }
     return std::nullopt;
+}
+
+namespace {
+
+void append(std::string& bytes, const void* data, std::size_t count) {
+    bytes.append(static_cast<const char*>(data), count);
+}
+
+void appendText(std::string& bytes, const std::string& text) {
+    const std::size_t length = text.size();
+    append(bytes, &length, sizeof length);
+    bytes += text;
+}
+
+// Reads the bytes from the front.
+class Reader {
+  public:
+    explicit Reader(const std::string& bytes) : bytes_(bytes) {}
+    bool atEnd() const { return at_ == bytes_.size(); }
+
+    void read(void* data, std::size_t count) {
+        if (bytes_.size() - at_ < count) throw std::runtime_error("a log came in pieces");
+        if (count > 0) std::memcpy(data, bytes_.data() + at_, count);
+        at_ += count;
+    }
+    std::size_t number() {
+        std::size_t value = 0;
+        read(&value, sizeof value);
+        return value;
+    }
+    std::string text() {
+        std::string result(std::min(number(), bytes_.size()), '\0');
+        read(result.data(), result.size());
+        return result;
+    }
+
+  private:
+    const std::string& bytes_;
+    std::size_t at_ = 0;
+};
+
+}  // namespace
+
+std::string Log::bytes() const {
+    std::string result;
+    for (const Entry& entry : entries_) {
+        appendText(result, entry.label);
+        appendText(result, entry.text);
+        const std::size_t count = entry.values.size();
+        append(result, &count, sizeof count);
+        append(result, entry.values.data(), count * sizeof(double));
+        append(result, &entry.smallest, sizeof entry.smallest);
+    }
+    return result;
+}
+
+Log Log::fromBytes(const std::string& bytes) {
+    static std::set<std::string> labels;  // Entries refer to their labels.
+    Log log;
+    Reader reader(bytes);
+    while (!reader.atEnd()) {
+        Entry entry{labels.insert(reader.text()).first->c_str(), {}, reader.text(), false};
+        entry.values.resize(std::min(reader.number(), bytes.size()));
+        reader.read(entry.values.data(), entry.values.size() * sizeof(double));
+        reader.read(&entry.smallest, sizeof entry.smallest);
+        log.entries_.push_back(std::move(entry));
+    }
+    return log;
 }
 
 std::optional<std::string> Log::difference(const Log& library, const Log& reference) {

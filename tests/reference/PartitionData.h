@@ -8,6 +8,7 @@ namespace weldline::reference {
 
 // What stands in slots that nobody may read.
 inline constexpr double poisonReal = std::numeric_limits<double>::quiet_NaN();
+inline constexpr float poisonFlow = std::numeric_limits<float>::quiet_NaN();
 inline constexpr int poisonInt = -1234567890;
 
 // Everything that one process hands to the calculation, as plain vectors. All are 1-based with a
@@ -57,18 +58,20 @@ struct PartitionData {
     int slots = 0;
     int nodes = 0;
 
-    Reals xc, yc, zc, volume;      // per cell slot
-    Reals nodeX, nodeY, nodeZ;     // per node
-    std::vector<Reals> innerFace;  // rows of 9: [1], [2] cells, [3..5] area, [6..8] centre
-    Reals lambda;                  // per inner face
-    IntRows cellNode, cellFace, cellFaceType, cellNeighbour;  // per own cell
+    Reals xc = {poisonReal}, yc = {poisonReal}, zc = {poisonReal};  // per cell slot
+    Reals volume = {poisonReal};
+    Reals nodeX = {poisonReal}, nodeY = {poisonReal}, nodeZ = {poisonReal};  // per node
+    std::vector<Reals> innerFace = {{}};  // rows of 9: [1], [2] cells, [3..5] area, [6..8] centre
+    Reals lambda = {poisonReal};          // per inner face
+    IntRows cellNode = {{}}, cellFace = {{}};  // per own cell
+    IntRows cellFaceType = {{}}, cellNeighbour = {{}};
     Group group[groupCount];
     Interface interface;
     std::vector<HaloSource> halo;
 
-    std::vector<float> flow, biInjection;  // per cell slot
-    Ints cellState;                        // per own cell
-    Stencils stencils[2];                  // of the first and of every further preparation
+    std::vector<float> flow = {poisonFlow}, biInjection = {poisonFlow};  // per cell slot
+    Ints cellState = {poisonInt};                                        // per own cell
+    Stencils stencils[2];  // of the first and of every further preparation
 
     int innerFaces() const { return static_cast<int>(innerFace.size()) - 1; }
 };

@@ -4,6 +4,7 @@
 #include <string>
 #include <type_traits>
 
+#include "BoundFields.h"
 #include "CKVR3DWeldLine.h"
 #include "CKVR3D_WeldLine_Manipulator.h"
 #include "Random.h"
@@ -33,6 +34,7 @@ struct CasePaths {
 struct Outcome {
     EventCounts events{};
     int method = 0;
+    bool outgrown = false;  // at some time a mesh had more slots or nodes than the arrays
 };
 
 // Plays the sequence of a case on one calculator in one process: setters, bindings, runs, readings
@@ -59,7 +61,7 @@ class Player {
             for (int i = 0; i < 12; ++i) callSetter(calculator, i);
             for (int run = 0; run < p_.runs; ++run) playRun(calculator, run);
             if constexpr (std::is_same_v<Calculator, Reference>) {
-                outcome = {calculator.m_events, calculator.m_WeldlingAngleMethod};
+                outcome = {calculator.m_events, calculator.m_WeldlingAngleMethod, outgrown_};
             }
         }
         if (partition_ == 0) log_.text("trace at the end", fileBytes(paths_.trace));
@@ -70,16 +72,19 @@ class Player {
     void playRun(Calculator& calculator, int run) {
         if (partition_ == 0) paths_.writeControl(p_, case_.controls[run]);
         collective_.barrier();
-        if (run == 0 || (p_.rebind & (1 << (run - 1))) != 0) {
-            bind(calculator);
-        } else if (p_.mutate == 1) {
-            host_.mutate(run);
-        }
+        const int bindings = Case::bindingsBefore(p_, run);
+        for (int i = 0; i < bindings; ++i) bind(calculator);
+        if (bindings == 0 && p_.mutate == 1) host_.mutate(run);
         const bool master = p_.rank == 0 || (p_.rank == 2 && run == 0);
         host_.setProcessNumber(master ? partition_ : 3);
         const bool alone = case_.partitions() == 1;
         if (alone) std::printf("run %d ", run);
         log_.number("calWeldLine", calculator.calWeldLine());
+        host_.ran();
+        if (run == 0) {  // The tables are made by the first run.
+            tableSlots_ = host_.data().slots;
+            tableNodes_ = host_.data().nodes;
+        }
         if (alone) log_.number("visible standard output", CapturedOutput::visibleBytes());
         readAngles(calculator);
         logInternals(calculator);
@@ -101,13 +106,19 @@ class Player {
         log_.number("setBiIMFlowData", calculator.setBiIMFlowData(host_.biInjection()));
         log_.number("setFlowData", calculator.setFlowData(&host_.gv(), &host_.mesh()));
         host_.releaseFormer();
+        const PartitionData& data = host_.data();
+        if (firstSlots_ < 0) {  // The work arrays are made by the first binding.
+            firstSlots_ = data.slots;
+            firstNodes_ = data.nodes;
+        }
+        outgrown_ = outgrown_ || data.slots > firstSlots_ || data.nodes > firstNodes_;
         readAngles(calculator);
         logInternals(calculator);
         host_.bound();
     }
 
     void readAngles(Calculator& calculator) {
-        log_.slots("meeting angles", calculator.getMeetingAngle(), host_.data().nodes);
+        log_.slots("meeting angles", calculator.getMeetingAngle(), firstNodes_);
     }
 
     // The first twelve set what the calculation needs, the others call with null.
@@ -163,6 +174,7 @@ class Player {
     void logInternals(const Calculator& c) {
         if constexpr (!std::is_same_v<Calculator, CKVR3D_WeldLine_Manipulator>) {
             if (p_.handle == 0) {
+                log_.number("bound as handed out", differsFromBound(c, host_));
                 logSettings(c);
                 logArrays(c);
             }
@@ -174,6 +186,10 @@ class Player {
         log_.number("m_FlagDebugOutput", c.m_FlagDebugOutput);
         log_.number("m_pDebugFile", c.m_pDebugFile != nullptr);
         log_.number("m_MeshFileType", c.m_MeshFileType);
+        log_.number("m_nCV_Total", c.m_nCV_Total);
+        log_.number("m_nCV", c.m_nCV);
+        log_.number("m_nNode", c.m_nNode);
+        log_.number("m_nInnerFace", c.m_nInnerFace);
         log_.number("m_nBoundaryFace", c.m_nBoundaryFace);
         log_.number("m_WeldlingAngleMethod", c.m_WeldlingAngleMethod);
         log_.number("m_nGrad", c.m_nGrad);
@@ -205,7 +221,7 @@ class Player {
 
     template <class Record>
     void logArrays(const Record& c) {
-        const int slots = host_.data().slots;
+        const int slots = firstSlots_;
         log_.slots("m_pVariable", c.m_pVariable, slots);
         log_.slots("m_pVariableOrg", c.m_pVariableOrg, slots);
         log_.slots("m_pGradX", c.m_pGradX, slots);
@@ -215,11 +231,10 @@ class Player {
         log_.slots("m_pGrad2Y", c.m_pGrad2Y, slots);
         log_.slots("m_pGrad2Z", c.m_pGrad2Z, slots);
         log_.slots("m_pZeroGradFlag", c.m_pZeroGradFlag, slots);
-        if (tablesBuilt_) {
-            log_.rows("m_ppNodeCell", c.m_ppNodeCell, host_.data().nodes);
-            log_.rows("m_ppCellInnerFace", c.m_ppCellInnerFace, slots);
+        if (tableSlots_ >= 0) {
+            log_.rows("m_ppNodeCell", c.m_ppNodeCell, tableNodes_);
+            log_.rows("m_ppCellInnerFace", c.m_ppCellInnerFace, tableSlots_);
         }
-        tablesBuilt_ = true;  // The first reading follows the binding, the next one a run.
     }
 
     const Case& case_;
@@ -230,7 +245,9 @@ class Player {
     Log& log_;
     StrictHost host_;
     Random random_;
-    bool tablesBuilt_ = false;
+    int firstSlots_ = -1, firstNodes_ = -1;  // of the work arrays
+    int tableSlots_ = -1, tableNodes_ = -1;  // of the connectivity tables
+    bool outgrown_ = false;
     int numbers_[2] = {0, 0};
     int* rowsOfLists_[6] = {numbers_, numbers_, numbers_, numbers_, numbers_, numbers_};
     int** rowLists_[6] = {&rowsOfLists_[0], &rowsOfLists_[1], &rowsOfLists_[2],

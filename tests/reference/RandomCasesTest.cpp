@@ -13,8 +13,8 @@ constexpr int casesPerBlock = 1000;
 
 class RandomCases : public testing::TestWithParam<int> {};
 
-// Seeds 1000 * block + 1 and following. What a block meets is printed, and the behaviours that a
-// block of this size must meet are asked for: a generator gone lame must not pass.
+// Seeds 1000 * block + 1 and following. What a block meets is printed, and a block of this size
+// must meet everything that is counted: a generator gone lame must not pass.
 TEST_P(RandomCases, library_equals_reference) {
     const Workspace workspace;
     Tally tally;
@@ -25,13 +25,9 @@ TEST_P(RandomCases, library_equals_reference) {
         ASSERT_FALSE(difference.has_value()) << report(parameters, *difference);
     }
     std::printf("%s", tally.inWords().c_str());
-    EXPECT_GE(tally.casesWithMeetingAngles, casesPerBlock / 10);
-    for (int method = 1; method <= 4; ++method) {
-        EXPECT_GE(tally.casesOfMethod[method], casesPerBlock / 100) << "method " << method;
-    }
-    for (std::size_t i = 0; i < eventCount; ++i) {
-        EXPECT_GT(tally.events[i], 0) << eventNames[i];
-    }
+    EXPECT_GE(tally.casesWithMeetingAngles(), casesPerBlock / 10);
+    // ProcessesTest.cpp plays partitions as processes.
+    EXPECT_EQ(tally.missing(), std::vector<std::string>{"partitions as processes, too"});
 }
 
 INSTANTIATE_TEST_SUITE_P(Blocks, RandomCases, testing::Range(0, 20));

@@ -1,8 +1,6 @@
 // Setters, binding and the sequence of the calculation.
 #include "Reference.h"
 
-#include <algorithm>
-
 namespace weldline::reference {
 
 namespace {
@@ -22,7 +20,7 @@ Reference::~Reference() {
 }
 
 void Reference::trace(const char* text) {
-    if (m_FlagDebugOutput && m_pDebugFile != nullptr && *m_pGV->m_pProcessNumber == 0) {
+    if (m_FlagDebugOutput && m_pDebugFile != nullptr && isMaster()) {
         std::fprintf(m_pDebugFile, "%s", text);
     }
 }
@@ -33,14 +31,25 @@ void Reference::traceWithoutGate(const char* text) {
     }
 }
 
+bool Reference::isMaster() const {
+    return m_pGV->m_pProcessNumber == nullptr || *m_pGV->m_pProcessNumber == 0;
+}
+
 int Reference::partitionFaces() const {
     return m_pPartitionFace == nullptr ? 0 : m_pPartitionFace->NParInterFace();
 }
 
+// The host expects an array with all slots of its present mesh.
 void Reference::exchange(Array& cellArray) {
-    if (m_pCommunication != nullptr) {
+    if (m_pCommunication == nullptr) return;
+    if (!outgrown()) {
         m_pCommunication->DDM_Exch(cellArray.data());
+        return;
     }
+    Array whole(m_nCV_Total + 1, 0.0);
+    std::copy(cellArray.begin(), cellArray.end(), whole.begin());
+    m_pCommunication->DDM_Exch(whole.data());
+    std::copy_n(whole.begin(), cellArray.size(), cellArray.begin());
 }
 
 int Reference::innerFaceCell(int face, int side) const {
@@ -157,21 +166,24 @@ bool Reference::setFlowData(CKvr3dGV* globalVariables, CKVR3DFiniteVolumeMesh* m
               &m_pGradY, &m_pGradZ, &m_pGrad2X, &m_pGrad2Y, &m_pGrad2Z}) {
             cellArray->assign(m_nCV_Total + 1, 0.0);
         }
+        m_firstSlots = m_nCV_Total;
+        m_firstNodes = m_nNode;
         m_pMeetingAngle.assign(m_nNode + 1, 0.0);
         m_pZeroGradFlag.assign(m_nCV_Total + 1, 0);
     }
     InitialValue();
     m_pCellState = globalVariables->m_pCellState;
 
-    for (int i = 1; i <= m_nCV_Total; ++i) {
+    for (int i = 1; i <= slots(); ++i) {
         m_pVariable[i] = static_cast<double>(globalVariables->m_pFlowVariable[i]);
         m_pVariableOrg[i] = m_pVariable[i];
     }
-    if (*globalVariables->m_pAnalysisMode == 11) {
+    const int* mode = globalVariables->m_pAnalysisMode;
+    if (mode != nullptr && *mode == 11) {
         // The float nearest to 1.0e-30 widens to slightly more than the double 1.0e-30 and still
         // takes the bi-injection value.
         const double limit = static_cast<double>(1.0e-30f);
-        for (int i = 1; i <= m_nCV_Total; ++i) {
+        for (int i = 1; i <= slots(); ++i) {
             if (m_pVariable[i] <= limit) {
                 met(Event::biInjectionValue);
                 m_pVariable[i] = static_cast<double>(m_pBiIMFlowData[i]);
@@ -181,7 +193,8 @@ bool Reference::setFlowData(CKvr3dGV* globalVariables, CKVR3DFiniteVolumeMesh* m
     }
     m_pControlFilePath = globalVariables->m_pControlFilePath;
 
-    std::string meshFile = globalVariables->m_pMeshFilePath;
+    const char* path = globalVariables->m_pMeshFilePath;
+    std::string meshFile = path == nullptr ? "" : path;
     const std::size_t extension = meshFile.find(".q7f");
     if (extension != std::string::npos) {
         meshFile.replace(extension, 4, ".q7p");
@@ -192,12 +205,12 @@ bool Reference::setFlowData(CKvr3dGV* globalVariables, CKVR3DFiniteVolumeMesh* m
 }
 
 void Reference::InitialValue() {
-    for (int i = 0; i <= m_nCV_Total; ++i) {
+    for (int i = 0; i <= slots(); ++i) {
         m_pWork1X[i] = m_pWork1Y[i] = m_pWork1Z[i] = 0.0;
         m_pGradX[i] = m_pGradY[i] = m_pGradZ[i] = 0.0;
         m_pZeroGradFlag[i] = 0;
     }
-    for (int i = 0; i <= m_nNode; ++i) {
+    for (int i = 0; i <= nodes(); ++i) {
         m_pMeetingAngle[i] = 0.0;
     }
     traceWithoutGate("CKVR3DWeldLine::InitialValue\n");

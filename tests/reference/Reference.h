@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -20,7 +21,11 @@ namespace weldline::reference {
 //
 // The public operations are those of the exported class. Fields have the names of the calculator
 // record, so that one template reads both; owned arrays are vectors with an unused slot 0. A null
-// partition, communication or collective object means one process without neighbours.
+// partition, communication or collective object means one process without neighbours, a null
+// process number 0.
+//
+// The owned arrays keep the size of the first binding. Of a later, larger mesh only what fits into
+// them is worked on: faces with a cell beyond them are left out, and so are nodes beyond them.
 class Reference {
   public:
     Reference() = default;
@@ -88,6 +93,14 @@ class Reference {
     void traceWithoutGate(const char* text);
     void met(Event event) { ++m_events[static_cast<std::size_t>(event)]; }
     int partitionFaces() const;
+    bool isMaster() const;
+    bool outgrown() const { return m_nCV_Total > m_firstSlots; }
+    int slots() const { return std::min(m_nCV_Total, m_firstSlots); }
+    int ownCells() const { return std::min(m_nCV, slots()); }
+    int nodes() const { return std::min(m_nNode, m_firstNodes); }
+    bool fits(int cell) const { return cell >= 1 && cell <= slots(); }
+    bool fits(int a, int b) const { return fits(a) && fits(b); }
+    std::vector<int> cellsOfNode(int node) const;
     void exchange(Array& cellArray);
     int innerFaceCell(int face, int side) const;
     bool takesPart(int a, int b) const;
@@ -171,6 +184,8 @@ class Reference {
     Array m_pGrad2X, m_pGrad2Y, m_pGrad2Z;
     Array m_pMeetingAngle;
     std::vector<int> m_pZeroGradFlag;
+    int m_firstSlots = 0;
+    int m_firstNodes = 0;
     Rows m_ppNodeCell, m_ppCellInnerFace;
 
     CKvrFaceRBFInternalObject m_RBF[5];

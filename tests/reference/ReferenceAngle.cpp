@@ -84,14 +84,14 @@ void Reference::boundaryAngleToCosine(double defaultAngle) {
 void Reference::gradientLimits() {
     double largest = 0.0;
     double sum = 0.0;
-    for (int c = 1; c <= m_nCV; ++c) {
+    for (int c = 1; c <= ownCells(); ++c) {
         double m = length(gradient(c));
         if (m < 1e-20) m = 1e-20;
         if (m > largest) largest = m;
         sum = sum + m;
     }
     m_GradMagUpper = largest * 0.99;
-    m_GradMagLower = sum / m_nCV * m_GradMeanFactor * m_GradValueFilterPara;
+    m_GradMagLower = sum / ownCells() * m_GradMeanFactor * m_GradValueFilterPara;
 }
 
 bool Reference::rejected(int a, int b) const {
@@ -205,20 +205,22 @@ void Reference::convergingPairTest(int node, int position, int a, int b) {
 void Reference::truncateAngle() {
     trace("calWeldLine: truncateAngle\n");
     const double T = m_TruncateAngle;
-    for (int n = 1; n <= m_nNode; ++n) {
+    for (int n = 1; n <= nodes(); ++n) {
         if (m_pMeetingAngle[n] >= T) m_pMeetingAngle[n] = 180.0;
     }
-    for (int n = 1; n <= m_nNode; ++n) {
+    for (int n = 1; n <= nodes(); ++n) {
         if (m_pMeetingAngle[n] > T) {
             continue;
         }
         int neighbours = 0;
-        for (int i = 1; i <= m_ppNodeCell[n][0]; ++i) {
-            const int c = m_ppNodeCell[n][i];
+        const std::vector<int> cells = cellsOfNode(n);
+        for (int i = 1; i <= cells[0]; ++i) {
+            const int c = cells[i];
             if (m_bound.m_pVolume[c] == 0.0) continue;
-            const int* nodes = m_bound.m_ppCellNode[c];
-            for (int k = 1; k <= nodes[0]; ++k) {
-                if (nodes[k] != n && m_pMeetingAngle[nodes[k]] < T) ++neighbours;
+            const int* row = m_bound.m_ppCellNode[c];
+            for (int k = 1; k <= row[0]; ++k) {
+                if (row[k] > nodes()) continue;
+                if (row[k] != n && m_pMeetingAngle[row[k]] < T) ++neighbours;
             }
         }
         if (neighbours == 0) {
@@ -229,12 +231,13 @@ void Reference::truncateAngle() {
 }
 
 void Reference::overrideByCellState() {
-    for (int c = 1; c <= m_nCV; ++c) {
+    for (int c = 1; c <= ownCells(); ++c) {
         if (m_pCellState[c] >= 1 || m_pCellState[c] == -1) {
-            const int* nodes = m_bound.m_ppCellNode[c];
-            for (int k = 1; k <= nodes[0]; ++k) {
-                if (m_pMeetingAngle[nodes[k]] < 180.0) met(Event::cellStateOverride);
-                m_pMeetingAngle[nodes[k]] = 180.0;
+            const int* row = m_bound.m_ppCellNode[c];
+            for (int k = 1; k <= row[0]; ++k) {
+                if (row[k] > nodes()) continue;
+                if (m_pMeetingAngle[row[k]] < 180.0) met(Event::cellStateOverride);
+                m_pMeetingAngle[row[k]] = 180.0;
             }
         }
     }

@@ -54,7 +54,7 @@ int Reference::readControlFile() {
         std::fclose(file);
     }
     if (m_FlagDebugOutput) {
-        if (*m_pGV->m_pProcessNumber == 0) {
+        if (isMaster()) {
             openDebugFile();
         }
         traceSettings();
@@ -150,7 +150,7 @@ void Reference::openDebugFile() {
 }
 
 void Reference::traceSettings() {
-    if (m_pDebugFile == nullptr || *m_pGV->m_pProcessNumber != 0) {
+    if (m_pDebugFile == nullptr || !isMaster()) {
         return;
     }
     std::fprintf(m_pDebugFile, "m_WeldlingAngleMethod = %d\n", m_WeldlingAngleMethod);

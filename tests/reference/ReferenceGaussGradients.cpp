@@ -7,6 +7,7 @@ namespace weldline::reference {
 
 // Both cells reached by the melt and neither of them flat.
 bool Reference::takesPart(int a, int b) const {
+    if (!fits(a, b)) return false;
     if (m_pVariableOrg[a] < 1e-30) return false;
     if (m_pVariableOrg[b] < 1e-30) return false;
     if (m_pZeroGradFlag[a] == 1) return false;
@@ -20,8 +21,8 @@ void Reference::Smooth_Variable(Array& phi, int nPass) {
         return std::sqrt((sy * sy + sx * sx) + sz * sz);
     };
     for (int pass = 1; pass <= nPass; ++pass) {
-        Array sum(m_nCV_Total + 1, 0.0);
-        Array weight(m_nCV_Total + 1, 0.0);
+        Array sum(slots() + 1, 0.0);
+        Array weight(slots() + 1, 0.0);
         const auto add = [&](int a, int b, double value, double A) {
             const double v = value * A;
             sum[a] = sum[a] + v;
@@ -42,8 +43,8 @@ void Reference::Smooth_Variable(Array& phi, int nPass) {
             CPartitionFace_DLL& p = *m_pPartitionFace;
             const int a = p.ijParCV()[i];
             const int b = p.ijPar()[i];
-            const double lambda = p.ParInterFace_Lamda()[i];
             if (takesPart(a, b)) {
+                const double lambda = p.ParInterFace_Lamda()[i];
                 add(a, b, (1 - lambda) * phi[a] + lambda * phi[b],
                     area(p.ijParSx()[i], p.ijParSy()[i], p.ijParSz()[i]));
             }
@@ -57,12 +58,12 @@ void Reference::Smooth_Variable(Array& phi, int nPass) {
                 }
             }
         }
-        for (int c = 1; c <= m_nCV_Total; ++c) {
+        for (int c = 1; c <= slots(); ++c) {
             phi[c] = sum[c] / (weight[c] + 1e-30);
         }
         for (const Group& g : {wall(), symmetry()}) {
             for (int i = 1; i <= g.count; ++i) {
-                phi[g.slot[i]] = phi[g.cell[i]];
+                if (fits(g.cell[i], g.slot[i])) phi[g.slot[i]] = phi[g.cell[i]];
             }
         }
         exchange(phi);
@@ -103,6 +104,7 @@ void Reference::GradVarb_FaceContribution(int nIter, const Array& phi, Array& gx
 
 void Reference::copyToSlots(const Group& group, Array& gx, Array& gy, Array& gz) const {
     for (int i = 1; i <= group.count; ++i) {
+        if (!fits(group.cell[i], group.slot[i])) continue;
         gx[group.slot[i]] = gx[group.cell[i]];
         gy[group.slot[i]] = gy[group.cell[i]];
         gz[group.slot[i]] = gz[group.cell[i]];
@@ -110,7 +112,7 @@ void Reference::copyToSlots(const Group& group, Array& gx, Array& gy, Array& gz)
 }
 
 void Reference::zeroFlatCells(double limit, Array& gx, Array& gy, Array& gz) {
-    for (int c = 1; c <= m_nCV; ++c) {
+    for (int c = 1; c <= ownCells(); ++c) {
         if (std::sqrt((gx[c] * gx[c] + gy[c] * gy[c]) + gz[c] * gz[c]) < limit) {
             met(Event::flatCell);
             gx[c] = gy[c] = gz[c] = 0.0;
@@ -122,34 +124,39 @@ void Reference::zeroFlatCells(double limit, Array& gx, Array& gy, Array& gz) {
 void Reference::GradVarb(int nIter, const Array& phi, Array& gx, Array& gy, Array& gz) {
     trace("calWeldLine: GradVarb\n");
     met(Event::defaultGradient);
-    for (int c = 0; c <= m_nCV_Total; ++c) {
+    for (int c = 0; c <= slots(); ++c) {
         m_pWork1X[c] = m_pWork1Y[c] = m_pWork1Z[c] = 0.0;
     }
     for (int k = 1; k <= nIter; ++k) {
-        for (int c = 0; c <= m_nCV_Total; ++c) {
+        for (int c = 0; c <= slots(); ++c) {
             gx[c] = gy[c] = gz[c] = 0.0;
         }
         for (int f = 1; f <= m_nInnerFace; ++f) {
             const double* r = m_bound.m_ppInnerFace[f];
-            GradVarb_FaceContribution(nIter, phi, gx, gy, gz, m_bound.m_pInnerFaceLambda[f],
-                                      innerFaceCell(f, 1), innerFaceCell(f, 2), r[3], r[4], r[5],
-                                      r[6], r[7], r[8]);
+            const int a = innerFaceCell(f, 1);
+            const int b = innerFaceCell(f, 2);
+            if (!fits(a, b)) continue;
+            GradVarb_FaceContribution(nIter, phi, gx, gy, gz, m_bound.m_pInnerFaceLambda[f], a, b,
+                                      r[3], r[4], r[5], r[6], r[7], r[8]);
         }
         for (int i = 1; i <= partitionFaces(); ++i) {
             CPartitionFace_DLL& p = *m_pPartitionFace;
-            GradVarb_FaceContribution(nIter, phi, gx, gy, gz, p.ParInterFace_Lamda()[i],
-                                      p.ijParCV()[i], p.ijPar()[i], p.ijParSx()[i], p.ijParSy()[i],
-                                      p.ijParSz()[i], p.ijParxc()[i], p.ijParyc()[i],
-                                      p.ijParzc()[i]);
+            const int a = p.ijParCV()[i];
+            const int b = p.ijPar()[i];
+            if (!fits(a, b)) continue;
+            GradVarb_FaceContribution(nIter, phi, gx, gy, gz, p.ParInterFace_Lamda()[i], a, b,
+                                      p.ijParSx()[i], p.ijParSy()[i], p.ijParSz()[i],
+                                      p.ijParxc()[i], p.ijParyc()[i], p.ijParzc()[i]);
         }
         for (const Group& g : {inlet(), symmetry(), wall()}) {
             for (int i = 1; i <= g.count; ++i) {
+                if (!fits(g.cell[i], g.slot[i])) continue;
                 gx[g.cell[i]] = gx[g.cell[i]] + g.sx[i] * phi[g.slot[i]];
                 gy[g.cell[i]] = gy[g.cell[i]] + g.sy[i] * phi[g.slot[i]];
                 gz[g.cell[i]] = gz[g.cell[i]] + g.sz[i] * phi[g.slot[i]];
             }
         }
-        for (int c = 1; c <= m_nCV; ++c) {
+        for (int c = 1; c <= ownCells(); ++c) {
             const double r = 1 / (m_bound.m_pVolume[c] + 1e-30);
             gx[c] = gx[c] * r;
             gy[c] = gy[c] * r;
@@ -159,7 +166,7 @@ void Reference::GradVarb(int nIter, const Array& phi, Array& gx, Array& gy, Arra
         copyToSlots(symmetry(), gx, gy, gz);
         copyToSlots(wall(), gx, gy, gz);
         if (k != m_nGradLoopBound) {
-            for (int c = 1; c <= m_nCV_Total; ++c) {
+            for (int c = 1; c <= slots(); ++c) {
                 m_pWork1X[c] = gx[c];
                 m_pWork1Y[c] = gy[c];
                 m_pWork1Z[c] = gz[c];
@@ -183,6 +190,7 @@ void Reference::upwindInnerFaces(const Array& phi, Array& gx, Array& gy, Array& 
         const double* r = m_bound.m_ppInnerFace[f];
         const int a = innerFaceCell(f, 1);
         const int b = innerFaceCell(f, 2);
+        if (!fits(a, b)) continue;
         const double pa = phi[a];
         const double pb = phi[b];
         if (pa < 1e-30 || pb < 1e-30) {
@@ -210,6 +218,7 @@ void Reference::upwindPartitionFaces(const Array& phi, Array& gx, Array& gy, Arr
         CPartitionFace_DLL& p = *m_pPartitionFace;
         const int h = p.ijPar()[k];
         const int o = p.ijParCV()[k];
+        if (!fits(o, h)) continue;
         double q = 0.0;
         if (phi[h] < 1e-30 || phi[o] < 1e-30) {
             q = phi[o];
@@ -229,13 +238,14 @@ void Reference::upwindPartitionFaces(const Array& phi, Array& gx, Array& gy, Arr
 void Reference::GradVarb_Upwind(const Array& phi, Array& gx, Array& gy, Array& gz) {
     trace("..Start UPWIND calculation of gradients\n");
     met(Event::upwindGradient);
-    for (int c = 1; c <= m_nCV_Total; ++c) {
+    for (int c = 1; c <= slots(); ++c) {
         gx[c] = gy[c] = gz[c] = 0.0;
     }
     upwindInnerFaces(phi, gx, gy, gz);
     for (const Group& g : {wall(), inlet(), symmetry()}) {
         for (int k = 1; k <= g.count; ++k) {
             const int o = g.cell[k];
+            if (!fits(o)) continue;
             gx[o] = gx[o] + (1.0 / m_bound.m_pVolume[o]) * g.sx[k] * phi[o];
             gy[o] = gy[o] + (1.0 / m_bound.m_pVolume[o]) * g.sy[k] * phi[o];
             gz[o] = gz[o] + (1.0 / m_bound.m_pVolume[o]) * g.sz[k] * phi[o];

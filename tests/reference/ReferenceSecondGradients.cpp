@@ -50,21 +50,23 @@ void Reference::GradVarb_Iterative(const Array& phi, Array& gx, Array& gy, Array
     const double* x = m_bound.m_pXc;
     const double* y = m_bound.m_pYc;
     const double* z = m_bound.m_pZc;
-    std::vector<Normal> sums(m_nCV_Total + 1);
+    std::vector<Normal> sums(slots() + 1);
     trace("..Start iterative calculation of gradients\n");
-    for (int c = 1; c <= m_nCV_Total; ++c) {
+    for (int c = 1; c <= slots(); ++c) {
         gx[c] = gy[c] = gz[c] = 0.0;
     }
     trace("// Contribution from inner cell faces\n");
     for (int f = 1; f <= m_nInnerFace; ++f) {
         const int a = innerFaceCell(f, 1);
         const int b = innerFaceCell(f, 2);
+        if (!fits(a, b)) continue;
         sums[a].add(x[b] - x[a], y[b] - y[a], z[b] - z[a], phi[b] - phi[a]);
         sums[b].add(x[b] - x[a], y[b] - y[a], z[b] - z[a], phi[b] - phi[a]);
     }
     for (int k = 1; k <= partitionFaces(); ++k) {
         const int o = m_pPartitionFace->ijParCV()[k];
         const int h = m_pPartitionFace->ijPar()[k];
+        if (!fits(o, h)) continue;
         sums[o].add(x[h] - x[o], y[h] - y[o], z[h] - z[o], phi[h] - phi[o]);
         sums[h].add(x[h] - x[o], y[h] - y[o], z[h] - z[o], phi[h] - phi[o]);
     }
@@ -72,6 +74,7 @@ void Reference::GradVarb_Iterative(const Array& phi, Array& gx, Array& gy, Array
         for (int k = 1; k <= g.count; ++k) {
             const int o = g.cell[k];
             const int s = g.slot[k];
+            if (!fits(o, s)) continue;
             sums[o].add(g.xc[k] - x[o], g.yc[k] - y[o], g.zc[k] - z[o], phi[s] - phi[o]);
             sums[s].add(g.xc[k] - x[o], g.yc[k] - y[o], g.zc[k] - z[o], phi[s] - phi[o]);
         }
@@ -83,7 +86,7 @@ void Reference::GradVarb_Iterative(const Array& phi, Array& gx, Array& gy, Array
     trace("// Contribution from Symmetry Boundaries\n");
     addGroup(symmetry());
     trace("// Calculate Gradient Components at CV-centers\n");
-    for (int c = 1; c <= m_nCV; ++c) {
+    for (int c = 1; c <= ownCells(); ++c) {
         solve(sums[c], gx[c], gy[c], gz[c]);
     }
     exchange(gx);
@@ -108,6 +111,7 @@ void Reference::rbfInnerFaces(const Array& phi, Array& gx, Array& gy, Array& gz)
         const double* r = m_bound.m_ppInnerFace[f];
         const int a = innerFaceCell(f, 1);
         const int b = innerFaceCell(f, 2);
+        if (!fits(a, b)) continue;
         if (phi[a] < 1e-30 || phi[b] < 1e-30) {
             gx[a] = gx[a] + (1.0 / V[a]) * r[3] * phi[a];
             gy[a] = gy[a] + (1.0 / V[a]) * r[4] * phi[a];
@@ -124,6 +128,7 @@ void Reference::rbfInnerFaces(const Array& phi, Array& gx, Array& gy, Array& gz)
             met(Event::emptyStencil);
         }
         for (int j = 1; j <= stencil[0]; ++j) {
+            if (!fits(stencil[j])) continue;
             const double w = weight[j];
             const double value = phi[stencil[j]];
             gx[a] = gx[a] + (1.0 / V[a]) * r[3] * w * value;
@@ -142,6 +147,7 @@ void Reference::rbfPartitionFaces(const Array& phi, Array& gx, Array& gy, Array&
         CPartitionFace_DLL& p = *m_pPartitionFace;
         const int o = p.ijParCV()[k];
         const int h = p.ijPar()[k];
+        if (!fits(o, h)) continue;
         if (phi[h] < 1e-30 || phi[o] < 1e-30) {
             gx[o] = gx[o] + (1.0 / V[o]) * p.ijParSx()[k] * phi[o];
             gy[o] = gy[o] + (1.0 / V[o]) * p.ijParSy()[k] * phi[o];
@@ -158,13 +164,14 @@ void Reference::GradVarb_RBF(const Array& phi, Array& gx, Array& gy, Array& gz) 
     met(Event::rbfGradient);
     rbfPrepare();
     trace("..Start RBF calculation of gradients\n");
-    for (int c = 1; c <= m_nCV_Total; ++c) {
+    for (int c = 1; c <= slots(); ++c) {
         gx[c] = gy[c] = gz[c] = 0.0;
     }
     rbfInnerFaces(phi, gx, gy, gz);
     for (const Group& g : {wall(), inlet(), symmetry()}) {
         for (int k = 1; k <= g.count; ++k) {
             const int o = g.cell[k];
+            if (!fits(o, g.slot[k])) continue;
             const double value = phi[g.slot[k]];
             gx[o] = gx[o] + (1.0 / m_bound.m_pVolume[o]) * g.sx[k] * value;
             gy[o] = gy[o] + (1.0 / m_bound.m_pVolume[o]) * g.sy[k] * value;

@@ -18,10 +18,10 @@ void Reference::getInnerCell03Conn() {
     }
     m_ppNodeCell.assign(m_nNode + 1, {0});
     for (int c = 1; c <= m_nCV; ++c) {
-        const int* nodes = m_bound.m_ppCellNode[c];
-        for (int k = 1; k <= nodes[0]; ++k) {
-            m_ppNodeCell[nodes[k]].push_back(c);
-            ++m_ppNodeCell[nodes[k]][0];
+        const int* row = m_bound.m_ppCellNode[c];
+        for (int k = 1; k <= row[0]; ++k) {
+            m_ppNodeCell[row[k]].push_back(c);
+            ++m_ppNodeCell[row[k]][0];
         }
     }
 }
@@ -30,16 +30,21 @@ void Reference::getCell32Conn() {
     trace("calWeldLine: getCell32Conn\n");
     std::vector<int> count(m_nCV_Total + 1, 0);
     for (int f = 1; f <= m_nInnerFace; ++f) {
-        ++count[innerFaceCell(f, 1)];
-        ++count[innerFaceCell(f, 2)];
+        for (int side = 1; side <= 2; ++side) {
+            ++count[innerFaceCell(f, side)];
+        }
     }
-    const Group in = inlet();
-    for (int i = 1; i <= in.count; ++i) ++count[in.cell[i]];
-    for (int i = 1; i <= partitionFaces(); ++i) ++count[m_pPartitionFace->ijParCV()[i]];
-    const Group sy = symmetry();
-    for (int i = 1; i <= sy.count; ++i) ++count[sy.cell[i]];
-    const Group wa = wall();
-    for (int i = 1; i <= wa.count; ++i) ++count[wa.cell[i]];
+    const auto countGroup = [&](const Group& g) {
+        for (int i = 1; i <= g.count; ++i) {
+            ++count[g.cell[i]];
+        }
+    };
+    countGroup(inlet());
+    for (int i = 1; i <= partitionFaces(); ++i) {
+        ++count[m_pPartitionFace->ijParCV()[i]];
+    }
+    countGroup(symmetry());
+    countGroup(wall());
 
     m_nMaxCellFace = -1000;
     m_nMinCellFace = 1000;
@@ -98,16 +103,19 @@ int Reference::checkSingularLSMatrix() {
     const double* x = m_bound.m_pXc;
     const double* y = m_bound.m_pYc;
     const double* z = m_bound.m_pZc;
-    std::vector<Moments> sums(m_nCV_Total + 1);
+    std::vector<Moments> sums(slots() + 1);
     for (int f = 1; f <= m_nInnerFace; ++f) {
         const int a = innerFaceCell(f, 1);
         const int b = innerFaceCell(f, 2);
+        if (!fits(a, b)) continue;
         sums[a].add(x[b] - x[a], y[b] - y[a], z[b] - z[a]);
         sums[b].add(x[b] - x[a], y[b] - y[a], z[b] - z[a]);
     }
-    for (int i = 1; i <= partitionFaces(); ++i) {
+    const int faces = partitionFaces();
+    for (int i = 1; i <= faces; ++i) {
         const int a = m_pPartitionFace->ijParCV()[i];
         const int b = m_pPartitionFace->ijPar()[i];
+        if (!fits(a, b)) continue;
         sums[a].add(x[b] - x[a], y[b] - y[a], z[b] - z[a]);
         sums[b].add(x[b] - x[a], y[b] - y[a], z[b] - z[a]);
     }
@@ -115,11 +123,12 @@ int Reference::checkSingularLSMatrix() {
         for (int i = 1; i <= group.count; ++i) {
             const int c = group.cell[i];
             const int s = group.slot[i];
+            if (!fits(c, s)) continue;
             sums[c].add(group.xc[i] - x[c], group.yc[i] - y[c], group.zc[i] - z[c]);
             sums[s].add(group.xc[i] - x[c], group.yc[i] - y[c], group.zc[i] - z[c]);
         }
     }
-    for (int c = 1; c <= m_nCV; ++c) {
+    for (int c = 1; c <= ownCells(); ++c) {
         if (meetsZeroPivot(sums[c])) {
             return 1;
         }

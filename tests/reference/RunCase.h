@@ -1,33 +1,23 @@
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 
 #include "CaseParameters.h"
-#include "Events.h"
+#include "Tally.h"
 
 namespace weldline::reference {
-
-// What the cases of a series were like and met, summed up.
-struct Tally {
-    long cases = 0;
-    long runs = 0;
-    long partitionedCases = 0;
-    long casesWithMeetingAngles = 0;  // some node below 180 at the end by accepted pairs
-    long casesOfMethod[5] = {};       // of these, by method 1 to 4
-    long casesWithUndefinedGradients = 0;
-    EventCounts events{};
-
-    void add(const Tally& other);
-    std::string inWords() const;
-};
 
 // Runs one case on the library and on the reference. The answer is the first difference in words,
 // or nothing. Needs a Workspace.
 std::optional<std::string> runCase(const CaseParameters& parameters, Tally& tally);
 
-// The simplest case that still fails, found by trying simpler knobs one by one, with its
-// difference.
+// The same in a process of its own: a crash and a run without end are differences, too.
+std::optional<std::string> runCaseApart(const CaseParameters& parameters);
+
+// The simplest case that still fails, found by trying simpler knobs one by one, each try in a
+// process of its own, with its difference.
 struct FailingCase {
     CaseParameters parameters;
     std::string difference;

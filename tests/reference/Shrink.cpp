@@ -33,9 +33,8 @@ FailingCase shrink(const CaseParameters& failing, const std::string& difference)
             for (int value : simplerValues(best.parameters.*knob.field, simplest.*knob.field)) {
                 CaseParameters candidate = best.parameters;
                 candidate.*knob.field = value;
-                Tally unused;
                 if (--tries < 0) return best;
-                if (const auto found = runCase(candidate, unused)) {
+                if (const auto found = runCaseApart(candidate)) {
                     best = {candidate, *found};
                     simplified = true;
                     break;

@@ -21,6 +21,9 @@ struct Streams {
     static constexpr std::uint64_t noise = 900;
     static constexpr std::uint64_t sequence = 1000;
     static constexpr std::uint64_t mutation = 1100;
+    static constexpr std::uint64_t remesh = 1200;
+    static constexpr std::uint64_t grid = 1300;
+    static constexpr std::uint64_t extras = 1400;
 };
 
 }  // namespace weldline::reference

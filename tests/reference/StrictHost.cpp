@@ -30,6 +30,43 @@ double switchValue(int index) {
     return values[std::clamp(index, 0, 11)];
 }
 
+// Mesh paths with and without the extension that is looked for, some longer than the field that
+// they are copied to; the extension stands before, across and behind the end of the field.
+std::string meshPath(int index) {
+    const std::string extension = ".q7f";
+    switch (index) {
+        case 1:
+            return "part.q7f.q7f";
+        case 2:
+            return "part";
+        case 3:
+            return "q7f";
+        case 4:
+            return "";
+        case 5:
+            return std::string(1019, 'm') + extension;
+        case 6:
+            return std::string(1021, 'm') + extension;
+        case 7:
+            return std::string(1500, 'm') + extension;
+        case 8:
+            return "part.q7f" + std::string(1500, 'm');
+        case 9:
+            return "part.Q7F.q7";
+        default:
+            return "part.q7f";
+    }
+}
+
+HostManner mannerOf(const CaseParameters& p) {
+    HostManner manner;
+    if (p.tails == 1) manner.placing = Placing::heapTails;
+    if (p.guard == 1) manner.placing = Placing::endOfPage;
+    if (p.guard == 2) manner.placing = Placing::startOfPage;
+    manner.nullArrays = p.nullArrays == 1;
+    return manner;
+}
+
 }  // namespace
 
 StrictHost::StrictHost(const Case& randomCase, int partition, Collective& collective, Log& log)
@@ -37,7 +74,8 @@ StrictHost::StrictHost(const Case& randomCase, int partition, Collective& collec
       partition_(partition),
       collective_(collective),
       log_(log),
-      moving_(randomCase.parameters.moving == 1),
+      manner_(mannerOf(randomCase.parameters)),
+      meshPath_(meshPath(randomCase.parameters.meshPath)),
       processNumber_(partition),
       analysisMode_(randomCase.parameters.mode11 == 1 ? 11 : 0),
       gradSwitch_(switchValue(randomCase.parameters.gradSwitch)) {
@@ -55,28 +93,32 @@ StrictHost& StrictHost::ofThisThread() {
 void StrictHost::prepareBinding(const char* controlPath) {
     data_ = &case_.bindings[bindings_++][partition_];
     former_ = std::move(arrays_);
-    arrays_ = std::make_unique<HostArrays>(*data_);
+    arrays_ = std::make_unique<HostArrays>(*data_, manner_);
     CKvr3dGV& g = arrays_->gv;
     g.m_pControlFilePath = controlPath;
-    const char* const meshPaths[] = {"part.q7f", "part.q7f.q7f", "part", "q7f", ""};
-    g.m_pMeshFilePath = meshPaths[case_.parameters.seed % 5];
-    g.m_pProcessNumber = &processNumber_;
-    g.m_pAnalysisMode = &analysisMode_;
-    g.m_pGradSetSwitch = &gradSwitch_;
+    const int null = case_.parameters.nullValues;
+    g.m_pMeshFilePath = (null & 8) != 0 ? nullptr : meshPath_.c_str();
+    g.m_pProcessNumber = (null & 1) != 0 ? nullptr : &processNumber_;
+    g.m_pAnalysisMode = (null & 2) != 0 ? nullptr : &analysisMode_;
+    g.m_pGradSetSwitch = (null & 4) != 0 ? nullptr : &gradSwitch_;
+    boundMesh_ = arrays_->mesh;
+    boundVariables_ = g;
     setInterface();
 }
 
 void StrictHost::setInterface() {
     const PartitionData::Interface& i = data_->interface;
-    cell_.set(i.cell, poisonInt);
-    halo_.set(i.halo, poisonInt);
-    sx_.set(i.sx, poisonReal);
-    sy_.set(i.sy, poisonReal);
-    sz_.set(i.sz, poisonReal);
-    xc_.set(i.xc, poisonReal);
-    yc_.set(i.yc, poisonReal);
-    zc_.set(i.zc, poisonReal);
-    lambda_.set(i.lambda, poisonReal);
+    const ArrayManner manner{manner_.placing, case_.parameters.moving,
+                             manner_.nullArrays && i.count() == 0};
+    cell_.set(i.cell, poisonInt, manner);
+    halo_.set(i.halo, poisonInt, manner);
+    sx_.set(i.sx, poisonReal, manner);
+    sy_.set(i.sy, poisonReal, manner);
+    sz_.set(i.sz, poisonReal, manner);
+    xc_.set(i.xc, poisonReal, manner);
+    yc_.set(i.yc, poisonReal, manner);
+    zc_.set(i.zc, poisonReal, manner);
+    lambda_.set(i.lambda, poisonReal, manner);
 }
 
 void StrictHost::releaseFormer() {
@@ -87,6 +129,16 @@ void StrictHost::bound() {
     if (case_.parameters.scramble == 1) {
         arrays_->scramble();
     }
+}
+
+void StrictHost::ran() {
+    logCalls(5);  // Count, area vector and weight: the methods have no use for them.
+}
+
+// The first so many accessors since the last time.
+void StrictHost::logCalls(int accessors) {
+    log_.atLeast("accessor calls", {calls_.begin(), calls_.begin() + accessors});
+    calls_ = {};
 }
 
 void StrictHost::mutate(int run) {
@@ -114,11 +166,13 @@ void StrictHost::mutate(int run) {
 }
 
 void StrictHost::DDM_Exch(double* cellArray) {
+    logCalls(10);
     log_.slots("DDM_Exch", cellArray, data_->slots);
-    collective_.exchange(partition_, cellArray, data_->halo);
+    collective_.exchange(partition_, cellArray, data_->slots, data_->halo);
 }
 
 int StrictHost::AllMax(int& value) {
+    logCalls(10);
     log_.number("AllMax", value);
     const int largest = collective_.maximum(partition_, value);
     value = 77;  // Only the result counts.
@@ -158,9 +212,9 @@ void StrictHost::rbfInitialize(const void* object, int code, int**& stencil, dou
     weight = nullptr;
     if (code == 1) {
         const PartitionData::Stencils& source = data_->stencils[std::min(rbfPreparations_++, 1)];
-        stencils_ = std::make_unique<ArrayStore>();
-        stencil = stencils_->placeRows(source.cells);
-        weight = stencils_->placeRows(source.weights);
+        stencils_ = std::make_unique<ArrayStore>(manner_.placing);
+        stencil = stencils_->placeRows(source.cells, First::meaningful, poisonInt);
+        weight = stencils_->placeRows(source.weights, First::meaningless, poisonReal);
     }
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <memory>
 #include <string>
 #include <vector>
@@ -11,12 +12,22 @@
 #include "Collective.h"
 #include "HostArrays.h"
 #include "Log.h"
+#include "PartitionArray.h"
 
 namespace weldline::reference {
 
-// The host of one process of a case. It writes down every call in the log, answers as the case
-// says, and holds every array in memory of exactly its length; slot 0 is poisoned, the outlet
-// group is missing, and with `moving` the partition arrays change their place at every access.
+// The host of one process of a case. It writes down every call in the log with a copy of what was
+// exchanged, answers as the case says, and holds every array in memory of exactly its length. What
+// nobody may read hurts who reads it: slot 0 is poisoned, the outlet group leads nowhere, and with
+// `moving` the partition arrays change their place at every access.
+//
+// The log also has the calls of each partition accessor between one exchange and the next. Only
+// this much about them is laid down:
+//   - count and arrays are asked for anew at each face, so a loop over N faces asks N + 1 times for
+//     the count (in the singularity test at least once) and N times for each array that it uses;
+//   - arrays that a step has no use for are not asked for;
+//   - the meeting-angle methods ask for cells and centres as they need them, for nothing else.
+// So the reference's numbers, the smallest possible ones, are lower bounds, and zero stays zero.
 class StrictHost final : public CPartitionFace_DLL, public CCommunication, public CKVRCom {
   public:
     StrictHost(const Case& randomCase, int partition, Collective& collective, Log& log);
@@ -30,6 +41,8 @@ class StrictHost final : public CPartitionFace_DLL, public CCommunication, publi
     void releaseFormer();
     // What happens after setFlowData.
     void bound();
+    // What happens after a run.
+    void ran();
     // Changes arrays in place, as between two runs.
     void mutate(int run);
     void setProcessNumber(int number) { processNumber_ = number; }
@@ -40,16 +53,23 @@ class StrictHost final : public CPartitionFace_DLL, public CCommunication, publi
     std::uint64_t checksum() const { return arrays_->store.checksum(); }
     const PartitionData& data() const { return *data_; }
 
-    int NParInterFace() override { return data_->interface.count(); }
-    int* ijParCV() override { return cell_.access(moving_); }
-    int* ijPar() override { return halo_.access(moving_); }
-    double* ijParSx() override { return sx_.access(moving_); }
-    double* ijParSy() override { return sy_.access(moving_); }
-    double* ijParSz() override { return sz_.access(moving_); }
-    double* ijParxc() override { return xc_.access(moving_); }
-    double* ijParyc() override { return yc_.access(moving_); }
-    double* ijParzc() override { return zc_.access(moving_); }
-    double* ParInterFace_Lamda() override { return lambda_.access(moving_); }
+    // The mesh and the global variables as they were handed out last.
+    const CKVR3DFiniteVolumeMesh& boundMesh() const { return boundMesh_; }
+    const CKvr3dGV& boundVariables() const { return boundVariables_; }
+
+    int NParInterFace() override {
+        ++calls_[0];
+        return data_->interface.count();
+    }
+    int* ijParCV() override { return answer(5, cell_); }
+    int* ijPar() override { return answer(6, halo_); }
+    double* ijParSx() override { return answer(1, sx_); }
+    double* ijParSy() override { return answer(2, sy_); }
+    double* ijParSz() override { return answer(3, sz_); }
+    double* ParInterFace_Lamda() override { return answer(4, lambda_); }
+    double* ijParxc() override { return answer(7, xc_); }
+    double* ijParyc() override { return answer(8, yc_); }
+    double* ijParzc() override { return answer(9, zc_); }
     void DDM_Exch(double* cellArray) override;
     int AllMax(int& value) override;
 
@@ -62,33 +82,12 @@ class StrictHost final : public CPartitionFace_DLL, public CCommunication, publi
     void rbfInitialize(const void* object, int code, int**& stencil, double**& weight);
 
   private:
-    // An array in two places, of which only the one handed out last is good.
     template <class T>
-    class Moving {
-      public:
-        void set(const std::vector<T>& values, T poison) {
-            good_ = values;
-            poison_ = poison;
-            for (auto& copy : copies_) copy = values;
-        }
-        T* access(bool moving) {
-            if (moving) {
-                std::fill(copies_[turn_].begin(), copies_[turn_].end(), poison_);
-                turn_ = 1 - turn_;
-                copies_[turn_] = good_;
-            }
-            return copies_[turn_].data();
-        }
-        std::vector<T>& values() { return good_; }
-        void refresh() { copies_[turn_] = good_; }
-
-      private:
-        std::vector<T> good_;
-        std::vector<T> copies_[2];
-        T poison_{};
-        int turn_ = 0;
-    };
-
+    T* answer(int accessor, PartitionArray<T>& array) {
+        ++calls_[accessor];
+        return array.access();
+    }
+    void logCalls(int accessors);
     int rbfIndex(const void* object) const;
     void setInterface();
 
@@ -96,13 +95,17 @@ class StrictHost final : public CPartitionFace_DLL, public CCommunication, publi
     int partition_;
     Collective& collective_;
     Log& log_;
-    bool moving_;
+    HostManner manner_;
+    std::string meshPath_;
     int bindings_ = 0;
     const PartitionData* data_ = nullptr;
     std::unique_ptr<HostArrays> arrays_;
     std::unique_ptr<HostArrays> former_;
-    Moving<int> cell_, halo_;
-    Moving<double> sx_, sy_, sz_, xc_, yc_, zc_, lambda_;
+    CKVR3DFiniteVolumeMesh boundMesh_;
+    CKvr3dGV boundVariables_;
+    PartitionArray<int> cell_, halo_;
+    PartitionArray<double> sx_, sy_, sz_, xc_, yc_, zc_, lambda_;
+    std::array<int, 10> calls_{};
     int processNumber_ = 0;
     int analysisMode_ = 0;
     double gradSwitch_ = 0.0;
