@@ -1,8 +1,10 @@
 // Node-to-cell and cell-to-face rows, derived once per calculator from the host's cell-to-node rows
-// and face records. In the names a digit is a dimension: 0 node, 2 face, 3 cell.
+// and face records. In the names a digit is a dimension: 0 node, 2 face, 3 cell. The record gets
+// the rows of a table when all its memory is there, and nothing before.
 
 #include <algorithm>
 #include <memory>
+#include <utility>
 
 #include "CKVR3DWeldLine.h"
 #include "Extent.h"
@@ -57,7 +59,9 @@ void CKVR3DWeldLine::getInnerCell03Conn() {
     const Counts count = countCellsOfNodes(m_ppCellNode, m_nCV, m_nNode);
     int capacity = 0;
     for (int n = 1; n <= m_nNode; ++n) capacity = std::max(capacity, count[n]);
-    m_ppNodeCell = m_Storage.nodeCellRows.zeroRows<int>(slotsUpTo(m_nNode), slotsUpTo(capacity));
+    ArrayOwner rows;
+    m_ppNodeCell = rows.zeroRows<int>(slotsUpTo(m_nNode), slotsUpTo(capacity));
+    m_Storage.nodeCellRows = std::move(rows);
     m_Storage.nodeCellNodes = m_nNode;
     for (int c = 1; c <= m_nCV; ++c) {
         for (int k = 1; k <= m_ppCellNode[c][0]; ++k) {
@@ -86,8 +90,9 @@ void CKVR3DWeldLine::getCell32Conn() {
     }
     if (m_ppCellInnerFace != nullptr) return;
     const int capacity = std::max(m_nMaxCellFace, 0);
-    m_ppCellInnerFace =
-        m_Storage.cellInnerFaceRows.zeroRows<int>(slotsUpTo(m_nCV_Total), slotsUpTo(capacity));
+    ArrayOwner rows;
+    m_ppCellInnerFace = rows.zeroRows<int>(slotsUpTo(m_nCV_Total), slotsUpTo(capacity));
+    m_Storage.cellInnerFaceRows = std::move(rows);
     m_Storage.cellInnerFaceCells = m_nCV_Total;
     for (int f = 1; f <= inner.count; ++f) {
         append(m_ppCellInnerFace[firstCell(inner.record[f])], capacity, f);
