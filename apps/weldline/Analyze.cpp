@@ -1,9 +1,8 @@
 #include "Analyze.h"
 
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <memory>
+#include <string_view>
 
 #include "Console.h"
 #include "Outputs.h"
@@ -16,6 +15,8 @@
 #include "TemporaryFolder.h"
 #include "base/AtomicFile.h"
 #include "base/Errors.h"
+#include "base/ReadFile.h"
+#include "base/SignalsHeld.h"
 #include "bind/Analysis.h"
 #include "bind/HostModel.h"
 #include "io/WriteResult.h"
@@ -66,13 +67,41 @@ void append(std::vector<std::string>& list, const std::vector<std::string>& more
     list.insert(list.end(), more.begin(), more.end());
 }
 
-std::string bytesOf(const std::string& file) {
-    std::ifstream stream(file, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), {}};
+[[noreturn]] void failOnTemporary(const std::string& file, const std::string& what) {
+    throw RunError(file + ": " + what +
+                   "; let the environment variable TMPDIR name a folder with free space");
 }
 
-// The small files are complete on the disk before the result takes its place, and take their own
-// places after it, so that a full disk leaves nothing of this run.
+void checkControlText(const std::string& file, const std::string& text) {
+    std::string bytes;
+    if (!readWholeFile(file, bytes) || bytes != text)
+        failOnTemporary(file, "the settings of the run cannot be read back");
+}
+
+// The library goes on with its own settings when it cannot read these, and says so nowhere but on
+// standard output.
+std::vector<double> calculate(HostModel& model, const RunControl& control,
+                              const TemporaryFolder& folder, const StandardOutputAside& aside) {
+    checkControlText(folder.controlFile(), control.text);
+    std::vector<double> angles = runWeldLine(model);
+    checkControlText(folder.controlFile(), control.text);
+    if (aside.text().find("Fail to open") != std::string::npos)
+        failOnTemporary(folder.controlFile(), "the library could not read the settings of the run");
+    return angles;
+}
+
+// The library says nothing about a trace that it could not write; a whole one ends with the line
+// of the last thing it does.
+std::string wholeTrace(const std::string& file) {
+    constexpr std::string_view end = "calWeldLine: ~CKVR3DWeldLine...Done!!\n";
+    std::string trace;
+    if (!readWholeFile(file, trace) || !trace.ends_with(end))
+        failOnTemporary(file, "the trace of the calculation could not be written");
+    return trace;
+}
+
+// All files are complete on the disk before the first takes its place, so that a full disk leaves
+// nothing of this run. Signals wait until the last has its place.
 void writeOutputs(const Summary& summary, const RunControl& control, const TemporaryFolder& folder,
                   const CellMesh& mesh, const ResultFields& fields) {
     const Outputs& outputs = summary.outputs;
@@ -82,15 +111,17 @@ void writeOutputs(const Summary& summary, const RunControl& control, const Tempo
         files.push_back(std::make_unique<AtomicFile>(file));
         files.back()->write(bytes);
     };
+    if (!outputs.result.empty()) prepare(outputs.result, resultBytes(outputs.result, mesh, fields));
     prepare(outputs.control, control.text);
-    if (!outputs.trace.empty()) prepare(outputs.trace, bytesOf(folder.traceFile()));
+    if (!outputs.trace.empty()) prepare(outputs.trace, wholeTrace(folder.traceFile()));
     if (outputs.json != "-" && !outputs.json.empty()) prepare(outputs.json, summaryJson(summary));
-    if (!outputs.result.empty()) writeResult(outputs.result, mesh, fields);
-    for (auto& file : files) file->commit();
+    for (const auto& file : files) file->finish();
+    const SignalsHeld held;
+    for (const auto& file : files) file->commit();
 }
 
 void report(const Summary& summary) {
-    for (const std::string& remark : summary.remarks) writeMessage("note: " + remark);
+    for (const std::string& remark : summary.remarks) writeMessage({"note: ", remark});
     writeStandardOutput(summary.outputs.json == "-"
                             ? summaryJson(summary)
                             : summaryTable(summary, standardOutputTakesStyle()));
@@ -145,7 +176,7 @@ Summary run(const AnalyzeOptions& options, Progress& progress) {
     // 5. Calculate.
     progress.step("calculating the meeting angles of " + std::to_string(mesh.pointCount()) +
                   " nodes");
-    const std::vector<double> angles = runWeldLine(model);
+    const std::vector<double> angles = calculate(model, control, folder, aside);
 
     // 6. Results.
     progress.step("collecting the weld lines");

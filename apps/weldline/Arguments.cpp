@@ -208,6 +208,11 @@ void checkValues(const CLI::App& app, const AnalyzeOptions& o) {
                                  "the option out");
 }
 
+// On purpose another way for the same stream: during a run its name leads to something else.
+void nameStandardOutput(std::string& file) {
+    if (file == "/dev/stdout" || file == "/dev/fd/1" || file == "/proc/self/fd/1") file = "-";
+}
+
 }  // namespace
 
 Arguments parseArguments(int argc, char** argv) {
@@ -239,6 +244,8 @@ Arguments parseArguments(int argc, char** argv) {
         throw UsageError(oneLine(error.what()) + "; see 'weldline" + name + " --help'");
     }
     checkValues(app, result.analyze);
+    nameStandardOutput(result.analyze.json);
+    nameStandardOutput(result.info.json);
     if (app.got_subcommand("analyze")) result.command = Arguments::Command::Analyze;
     if (app.got_subcommand("info")) result.command = Arguments::Command::Info;
     if (app.got_subcommand("settings")) result.command = Arguments::Command::Settings;

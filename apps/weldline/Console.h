@@ -1,5 +1,6 @@
 #pragma once
 
+#include <initializer_list>
 #include <string>
 #include <string_view>
 
@@ -8,28 +9,37 @@ namespace weldline {
 // Standard output carries data, standard error everything else.
 
 // Makes sure that the three standard streams exist, so that no file of the program takes the number
-// of one that the caller closed. Writing to such a stream fails.
+// of one that the caller closed. Writing to such a stream fails. Throws RunError.
 void openMissingStreams();
 
 // Throws RunError when not everything could be written.
 void writeStandardOutput(std::string_view text);
 
-// One line on standard error, after "weldline: ".
-void writeMessage(std::string_view message);
+// One line on standard error, after "weldline: "; takes no memory, so that its end can be told,
+// too.
+void writeMessage(std::initializer_list<std::string_view> parts);
 
 // Whether words on standard output may be emphasised: it is a terminal and NO_COLOR is not set.
 bool standardOutputTakesStyle();
 
-// While it lives, whatever code prints to standard output goes to standard error.
+// While it lives, whatever code prints to standard output is kept aside. In the end it goes to
+// standard error, but not when an exception ends its life: that has a message of its own.
 class StandardOutputAside {
   public:
-    StandardOutputAside();
+    StandardOutputAside();  // throws RunError
     ~StandardOutputAside();
     StandardOutputAside(const StandardOutputAside&) = delete;
     StandardOutputAside& operator=(const StandardOutputAside&) = delete;
 
+    // What was printed up to now. Throws RunError.
+    std::string text() const;
+
   private:
-    int m_kept;
+    void close() noexcept;
+
+    int m_output = -1;  // the real standard output
+    int m_aside = -1;
+    int m_exceptions;  // under way at the start
 };
 
 }  // namespace weldline

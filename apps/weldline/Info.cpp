@@ -32,12 +32,11 @@ void showInfo(const InfoOptions& options) {
         return describeDataSet(options.input, options.time);
     }();
     const auto groups = groupsByName(info, options.patterns);
-    if (options.json != "-")
-        writeStandardOutput(infoTable(info, groups, standardOutputTakesStyle()));
-    if (options.json == "-")
-        writeStandardOutput(infoJson(info, groups));
-    else if (!options.json.empty())
+    // The file first: when it cannot be written, nothing pretends that all went well.
+    if (!options.json.empty() && options.json != "-")
         writeWholeFile(options.json, infoJson(info, groups));
+    writeStandardOutput(options.json == "-" ? infoJson(info, groups)
+                                            : infoTable(info, groups, standardOutputTakesStyle()));
 }
 
 }  // namespace weldline

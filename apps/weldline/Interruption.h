@@ -8,4 +8,11 @@ namespace weldline {
 // that grows beyond its limit likewise.
 void handleInterruptions();
 
+// Removes all temporaries before the process ends at once. Async-signal-safe.
+void leaveNothing() noexcept;
+
+// From now on a file that makes its reader crash or run without end removes all temporaries and
+// ends the process with one line and the exit code of unusable input.
+void handleReadFaults();
+
 }  // namespace weldline

@@ -1,18 +1,27 @@
 #include "Outputs.h"
 
+#include <cerrno>
 #include <filesystem>
-#include <fstream>
 #include <iterator>
+#include <system_error>
 #include <vector>
 
 #include "base/AtomicFile.h"
 #include "base/Errors.h"
+#include "base/ReadFile.h"
 
 namespace weldline {
 
 namespace {
 
 namespace fs = std::filesystem;
+
+// What cannot be looked at counts as existing: then it is not replaced without a further look.
+bool exists(const std::string& file) {
+    std::error_code error;
+    return fs::status(file, error).type() != fs::file_type::not_found &&
+           error != std::errc::filename_too_long;
+}
 
 // Whether two names lead to the same file, also before it exists and by links.
 bool sameFile(const std::string& a, const std::string& b) {
@@ -29,13 +38,27 @@ void checkResultName(const std::string& result) {
         throw UsageError(result + ": not a name for the result; -o needs a file that ends in .vtu");
 }
 
+// Mesh, settings and times of a case stand in folders beside its .foam file.
+bool isInCase(const std::string& file, const std::string& foam) {
+    std::error_code none;
+    const fs::path folder = fs::weakly_canonical(foam, none).parent_path();
+    const fs::path inside = fs::weakly_canonical(file, none).lexically_relative(folder);
+    if (inside.empty() || std::distance(inside.begin(), inside.end()) < 2) return false;
+    const std::string first = inside.begin()->string();
+    const bool isTime = first.find_first_not_of("0123456789.e-+") == std::string::npos;
+    return first == "constant" || first == "system" || (isTime && first != "..");
+}
+
 // The input and the pieces that it names: a .pvtu or .vtm file lists other files of its folder.
 bool isPartOfInput(const std::string& output, const std::string& input) {
     if (sameFile(output, input)) return true;
     const std::string kind = fs::path(input).extension().string();
-    if ((kind != ".pvtu" && kind != ".vtm") || !fs::exists(output)) return false;
-    std::ifstream stream(input, std::ios::binary);
-    const std::string text(std::istreambuf_iterator<char>(stream), {});
+    if (kind == ".foam") return exists(output) && isInCase(output, input);
+    if ((kind != ".pvtu" && kind != ".vtm") || !exists(output)) return false;
+    std::string text;
+    if (!readWholeFile(input, text))
+        throw InputError("'" + input + "': the file cannot be read (" +
+                         std::generic_category().message(errno) + ")");
     return text.find(fs::path(output).filename().string()) != std::string::npos;
 }
 
@@ -90,8 +113,7 @@ Outputs planOutputs(const AnalyzeOptions& options, const RunControl& control) {
 
     const std::vector<std::string> files = filesOf(outputs);
     checkCollisions(files, options);
-    if (!outputs.control.empty() && fs::exists(outputs.control) &&
-        !isOwnControlFile(outputs.control))
+    if (!outputs.control.empty() && exists(outputs.control) && !isOwnControlFile(outputs.control))
         throw InputError(outputs.control +
                          ": this control file was not written by weldline and is not replaced; "
                          "use it with --control or give the result another name");

@@ -3,11 +3,10 @@
 #include <algorithm>
 #include <cerrno>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <system_error>
 
 #include "base/Errors.h"
+#include "base/ReadFile.h"
 #include "settings/ControlSection.h"
 
 namespace weldline {
@@ -22,14 +21,11 @@ std::string readBytes(const std::string& file) {
     std::error_code none;
     if (std::filesystem::is_directory(file, none))
         throw InputError(file + ": a folder; --control needs a control file");
-    std::ifstream stream(file, std::ios::binary);
-    if (!stream)
+    std::string bytes;
+    if (!readWholeFile(file, bytes))
         throw InputError(file + ": the control file cannot be read (" +
                          std::generic_category().message(errno) +
                          "); give an existing, readable file");
-    std::string bytes(std::istreambuf_iterator<char>(stream), {});
-    if (stream.bad())
-        throw InputError(file + ": reading the control file failed; give a readable file");
     return bytes;
 }
 
@@ -90,9 +86,12 @@ RunControl prepareControl(const AnalyzeOptions& options) {
 }
 
 bool isOwnControlFile(const std::string& file) {
-    std::ifstream stream(file, std::ios::binary);
-    std::string line;
-    return std::getline(stream, line) && line == ownFirstLine;
+    std::string bytes;
+    if (!readWholeFile(file, bytes))
+        throw InputError(file + ": the control file of an earlier run cannot be read (" +
+                         std::generic_category().message(errno) +
+                         "), so that it is not replaced; give the result another name");
+    return bytes.starts_with(std::string(ownFirstLine) + "\n");
 }
 
 std::string traceNameFor(const std::string& controlFile) {

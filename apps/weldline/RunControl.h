@@ -22,6 +22,7 @@ struct RunControl {
 RunControl prepareControl(const AnalyzeOptions& options);
 
 // Whether a file that stands where a control file is to be written was written by this program.
+// Throws InputError when it cannot be read.
 bool isOwnControlFile(const std::string& file);
 
 // Name of the trace that the library writes beside a control file: the last "." and up to 18

@@ -1,5 +1,8 @@
 #include "TemporaryFolder.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -8,6 +11,7 @@
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
+#include <filesystem>
 #include <string_view>
 #include <system_error>
 
@@ -17,6 +21,8 @@
 namespace weldline {
 
 namespace {
+
+namespace fs = std::filesystem;
 
 using Name = std::array<char, PATH_MAX>;
 
@@ -37,17 +43,74 @@ std::string placeForTemporaries() {
     return named != nullptr && *named != '\0' ? named : "/tmp";
 }
 
+constexpr std::string_view beginning = "weldline-";
+constexpr std::string_view pattern = "weldline-XXXXXX";
+constexpr std::string_view longestFile = "/weldline_KVRWDLineDebug.txt";
+
+// A descriptor of the folder that holds its lock, -1: not ours or in use.
+int lockFolder(const std::string& name) {
+    const int descriptor = ::open(name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    if (descriptor < 0) return -1;
+    struct stat status {};
+    const bool ours = ::fstat(descriptor, &status) == 0 && status.st_uid == ::geteuid();
+    if (ours && ::flock(descriptor, LOCK_EX | LOCK_NB) == 0) return descriptor;
+    ::close(descriptor);
+    return -1;
+}
+
+void removeIfLeft(const fs::path& left) {
+    const int lock = lockFolder(left.string());
+    if (lock < 0) return;
+    std::error_code error;
+    for (fs::directory_iterator file(left, error), end; !error && file != end;
+         file.increment(error))
+        // The control file, the trace, and the control file under its temporary name.
+        if (file->path().filename().string().find("weldline") <= 1) ::unlink(file->path().c_str());
+    ::rmdir(left.c_str());
+    ::close(lock);
+}
+
+void removeLeftFolders(const std::string& place) {
+    std::error_code error;
+    for (fs::directory_iterator entry(place, error), end; !error && entry != end;
+         entry.increment(error)) {
+        const std::string name = entry->path().filename().string();
+        if (name.starts_with(beginning) && name.size() == pattern.size())
+            removeIfLeft(entry->path());
+    }
+}
+
+// A new folder with its lock; empty: none can be made. Another process may take the folder for a
+// left one before the lock is held, then a next one is made. On a file system without locks the
+// last is taken without.
+std::string makeFolder(const std::string& place, int& lock) {
+    constexpr int attempts = 10;
+    const std::string all = place + "/" + std::string(pattern);
+    if (all.size() + longestFile.size() >= PATH_MAX) {
+        errno = ENAMETOOLONG;
+        return {};
+    }
+    for (int attempt = 1;; ++attempt) {
+        std::string name = all;
+        if (::mkdtemp(name.data()) == nullptr) return {};
+        lock = lockFolder(name);
+        const bool stands = ::access(name.c_str(), F_OK) == 0;
+        if (stands && (lock >= 0 || attempt == attempts)) return name;
+        if (lock >= 0) ::close(lock);
+        ::rmdir(name.c_str());
+    }
+}
+
 }  // namespace
 
 TemporaryFolder::TemporaryFolder() {
-    constexpr std::string_view longestFile = "/weldline_KVRWDLineDebug.txt";
     const std::string place = placeForTemporaries();
-    std::string name = place + "/weldline-XXXXXX";
-    const bool fits = name.size() + longestFile.size() < PATH_MAX;
+    removeLeftFolders(place);
     const SignalsHeld held;
-    if (!fits || ::mkdtemp(name.data()) == nullptr)
+    const std::string name = makeFolder(place, m_lock);
+    if (name.empty())
         throw RunError(place + ": no temporary folder can be made there (" +
-                       std::generic_category().message(fits ? errno : ENAMETOOLONG) +
+                       std::generic_category().message(errno) +
                        "); let the environment variable TMPDIR name a folder that can be written");
     setName(folder, name);
     setName(control, name + "/weldline.cmp");
@@ -55,8 +118,11 @@ TemporaryFolder::TemporaryFolder() {
     exists = true;
 }
 
+// A handler that came in the middle would take the folder for removed.
 TemporaryFolder::~TemporaryFolder() {
+    const SignalsHeld held;
     removeTemporaryFolder();
+    if (m_lock >= 0) ::close(m_lock);
 }
 
 std::string TemporaryFolder::controlFile() const {

@@ -6,6 +6,9 @@ namespace weldline {
 
 // A private folder for the files that the library reads and writes by name during a run: its
 // control file and its trace. Removed with these files at the end of its life. One at a time.
+//
+// The process holds a lock on it, which ends with the process, however that ends. So folders of the
+// same user without a lock were left by processes that were killed; they are removed at the start.
 class TemporaryFolder {
   public:
     TemporaryFolder();  // throws RunError
@@ -15,6 +18,9 @@ class TemporaryFolder {
 
     std::string controlFile() const;
     std::string traceFile() const;  // where the library puts the trace of that control file
+
+  private:
+    int m_lock = -1;
 };
 
 // Removes the folder that exists at this moment, if there is one. Async-signal-safe.

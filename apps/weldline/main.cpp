@@ -1,10 +1,13 @@
 #include <exception>
 #include <new>
 #include <string>
+#include <string_view>
 
 #include "Analyze.h"
 #include "Arguments.h"
 #include "Console.h"
+#include "Exhaustion.h"
+#include "ExitCode.h"
 #include "Info.h"
 #include "Interruption.h"
 #include "ShowSettings.h"
@@ -13,8 +16,6 @@
 namespace {
 
 using namespace weldline;
-
-enum ExitCode { Done = 0, FailedWhileRunning = 1, WrongUsage = 2, UnusableInput = 3 };
 
 void runCommand(const Arguments& arguments) {
     switch (arguments.command) {
@@ -34,8 +35,8 @@ std::string inputOf(const Arguments& arguments) {
     return arguments.analyze.input.empty() ? arguments.info.input : arguments.analyze.input;
 }
 
-int fail(const std::string& message, ExitCode code) {
-    writeMessage(message);
+int fail(std::string_view message, ExitCode code) {
+    writeMessage({message});
     return code;
 }
 
@@ -44,12 +45,13 @@ int fail(const std::string& message, ExitCode code) {
 // 1. Prepare streams and signals. 2. Read the command line. 3. Run the command. 4. Turn an error
 // into one line and an exit code.
 int main(int argc, char** argv) {
-    openMissingStreams();
-    handleInterruptions();
-    std::string input;
     try {
+        openMissingStreams();
+        handleInterruptions();
+        handleReadFaults();
+        handleExhaustion({});
         const Arguments arguments = parseArguments(argc, argv);
-        input = inputOf(arguments);
+        handleExhaustion(inputOf(arguments));
         runCommand(arguments);
         return Done;
     } catch (const UsageError& error) {
@@ -57,9 +59,7 @@ int main(int argc, char** argv) {
     } catch (const InputError& error) {
         return fail(error.what(), UnusableInput);
     } catch (const std::bad_alloc&) {
-        return fail((input.empty() ? "" : input + ": ") +
-                        "out of memory; use a machine with more memory or a smaller mesh",
-                    FailedWhileRunning);
+        endForMemory();
     } catch (const std::exception& error) {
         return fail(error.what(), FailedWhileRunning);
     }

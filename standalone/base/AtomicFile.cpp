@@ -14,6 +14,7 @@
 
 #include "Errors.h"
 #include "SignalsHeld.h"
+#include "TemporaryName.h"
 
 namespace weldline {
 namespace {
@@ -54,12 +55,6 @@ void unregisterPending(int slot) {
     }
 }
 
-std::string behindLinks(const std::string& target) {
-    std::error_code none;
-    const fs::path real = fs::canonical(target, none);
-    return none ? target : real.string();
-}
-
 // The folder is named when it is the reason, because then another file name would not help.
 std::string reasonFor(const std::string& destination, int systemError) {
     const fs::path folder = fs::path(destination).parent_path();
@@ -75,51 +70,90 @@ std::string reasonFor(const std::string& destination, int systemError) {
 
 }  // namespace
 
-AtomicFile::AtomicFile(const std::string& target)
-    : target_(target), destination_(behindLinks(target)) {
+AtomicFile::AtomicFile(const std::string& target) : target_(target), destination_(target) {
     struct stat status {};
-    const bool exists = ::stat(destination_.c_str(), &status) == 0;
+    const bool exists = ::stat(target_.c_str(), &status) == 0;
+    // On purpose: what cannot be looked at is not taken for a file that is not there.
+    if (!exists && errno != ENOENT) {
+        fail(errno);
+    }
     if (exists && S_ISDIR(status.st_mode)) {
         fail(EISDIR);
     }
     direct_ = exists && !S_ISREG(status.st_mode);
     if (direct_) {
-        path_ = destination_;
+        path_ = target_;
         descriptor_ = ::open(path_.c_str(), O_WRONLY | O_CLOEXEC);
         if (descriptor_ < 0) {
             fail(errno);
         }
         return;
     }
+    destination_ = behindLinks();
     // A file that its owner protected against writing is not replaced behind his back.
     if (exists && ::access(destination_.c_str(), W_OK) != 0) {
         fail(errno);
     }
+    removeLeftTemporaries(destination_);
     createTemporary();
     if (exists) {
-        // Best effort: a file system without permissions is no reason to refuse the result.
-        [[maybe_unused]] const int ignored = ::fchmod(descriptor_, status.st_mode & 07777);
+        keepOwnerAndMode(status);
     }
 }
 
+// A link without a file is followed by hand, as far as the system itself would.
+std::string AtomicFile::behindLinks() const {
+    constexpr int mostLinks = 40;
+    std::error_code error;
+    const fs::path real = fs::canonical(target_, error);
+    if (!error) {
+        return real.string();
+    }
+    if (error.value() != ENOENT) {
+        fail(error.value());
+    }
+    fs::path place = target_;
+    for (int links = 0; links < mostLinks; ++links) {
+        const fs::path next = fs::read_symlink(place, error);
+        if (error) {
+            break;
+        }
+        place = place.parent_path() / next;
+    }
+    return place.string();
+}
+
 void AtomicFile::createTemporary() {
-    const fs::path place(destination_);
     for (int attempt = 0; attempt < 1000; ++attempt) {
-        const std::string name = "." + place.filename().string() + "." +
-                                 std::to_string(::getpid()) + "-" + std::to_string(attempt) +
-                                 ".tmp";
-        path_ = (place.parent_path() / name).string();
+        path_ = temporaryName(destination_, attempt);
         const SignalsHeld held;
         descriptor_ = ::open(path_.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
-        if (descriptor_ >= 0) {
+        if (descriptor_ >= 0 && lockTemporary(descriptor_)) {
             slot_ = registerPending(path_);
             return;
         }
-        if (errno != EEXIST) {
-            break;
+        const int error = descriptor_ >= 0 ? EEXIST : errno;
+        if (descriptor_ >= 0) {
+            ::close(descriptor_);
+            descriptor_ = -1;
+        }
+        if (error != EEXIST) {
+            fail(error);
         }
     }
-    fail(errno);
+    fail(EEXIST);
+}
+
+// Best effort: a file system without permissions is no reason to refuse the result.
+void AtomicFile::keepOwnerAndMode(const struct stat& old) const {
+    struct stat made {};
+    const bool other = ::fstat(descriptor_, &made) == 0 &&
+                       (made.st_uid != old.st_uid || made.st_gid != old.st_gid);
+    if (other && ::fchown(descriptor_, old.st_uid, old.st_gid) != 0) {
+        constexpr auto unchanged = static_cast<uid_t>(-1);
+        [[maybe_unused]] const int group = ::fchown(descriptor_, unchanged, old.st_gid);
+    }
+    [[maybe_unused]] const int mode = ::fchmod(descriptor_, old.st_mode & 07777);
 }
 
 AtomicFile::~AtomicFile() {
@@ -145,23 +179,24 @@ void AtomicFile::write(std::string_view bytes) {
     }
 }
 
-// Some file systems report a full disk no earlier than here.
-void AtomicFile::closeAndCheck() {
-    const bool synchronised = direct_ || ::fsync(descriptor_) == 0 || errno == EINVAL;
-    const int syncError = synchronised ? 0 : errno;
-    const bool closed = ::close(descriptor_) == 0;
-    const int closeError = closed ? 0 : errno;
-    descriptor_ = -1;
-    if (!synchronised) {
-        fail(syncError);
+// Some file systems report a full disk no earlier than here, some when a descriptor is closed. On
+// purpose only a copy is closed: the descriptor itself holds the lock on the temporary.
+void AtomicFile::finish() {
+    if (finished_) {
+        return;
     }
-    if (!closed) {
-        fail(closeError);
+    if (!direct_ && ::fsync(descriptor_) != 0 && errno != EINVAL) {
+        fail(errno);
     }
+    const int copy = ::fcntl(descriptor_, F_DUPFD_CLOEXEC, 0);
+    if (copy < 0 || ::close(copy) != 0) {
+        fail(errno);
+    }
+    finished_ = true;
 }
 
 void AtomicFile::commit() {
-    closeAndCheck();
+    finish();
     if (direct_) {
         return;
     }

@@ -9,6 +9,7 @@
 #include "GridCheck.h"
 #include "OpenDataSet.h"
 #include "PointJoin.h"
+#include "VtkMessages.h"
 
 namespace weldline {
 namespace {
@@ -100,6 +101,7 @@ void dropPlainNumbers(std::vector<std::int64_t>& fileNumbers) {
 }  // namespace
 
 DataSet readDataSet(const std::string& file, const ReadOptions& options) {
+    const VtkMessages silence;  // also of what VTK would say while memory ends
     const OpenedDataSet opened = openDataSet(file, options.time);
     checkBlocks(file, opened);
 

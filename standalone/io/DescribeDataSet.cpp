@@ -13,6 +13,7 @@
 #include "GridCells.h"
 #include "GridCheck.h"
 #include "OpenDataSet.h"
+#include "VtkMessages.h"
 
 namespace weldline {
 namespace {
@@ -97,6 +98,7 @@ void addBox(vtkDataSet* grid, DataSetInfo& info, bool isFirst) {
 }  // namespace
 
 DataSetInfo describeDataSet(const std::string& file, const std::string& time) {
+    const VtkMessages silence;  // also of what VTK would say while memory ends
     const OpenedDataSet opened = openDataSet(file, time);
     DataSetInfo info;
     info.file = file;

@@ -22,6 +22,8 @@
 #include <stdexcept>
 
 #include "GridCheck.h"
+#include "LegacyCounts.h"
+#include "ReadGuard.h"
 #include "VtkMessages.h"
 #include "XmlGrids.h"
 #include "base/Errors.h"
@@ -33,11 +35,13 @@ namespace fs = std::filesystem;
 
 std::vector<Block> readLegacyGrid(const std::string& file) {
     const VtkMessages messages;
+    const ReadGuard guard(file);
     vtkNew<vtkUnstructuredGridReader> reader;
     reader->SetFileName(file.c_str());
     if (reader->IsFileUnstructuredGrid() == 0) {
         failOnInput(file, "the file holds no legacy VTK unstructured grid");
     }
+    checkLegacyCounts(file);
     reader->ReadAllScalarsOn();
     reader->ReadAllVectorsOn();
     reader->ReadAllFieldsOn();

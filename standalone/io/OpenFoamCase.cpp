@@ -6,14 +6,29 @@
 #include <vtkStreamingDemandDrivenPipeline.h>
 
 #include <filesystem>
+#include <fstream>
 
 #include "OpenDataSet.h"
+#include "ReadGuard.h"
 #include "VtkMessages.h"
 
 namespace weldline {
 namespace {
 
 namespace fs = std::filesystem;
+
+// VTK's reader takes some of these files for missing ones when it cannot open them.
+void checkMeshFiles(const std::string& file, const fs::path& folder) {
+    std::error_code none;
+    for (fs::directory_iterator at(folder / "constant" / "polyMesh", none), end; !none && at != end;
+         at.increment(none)) {
+        std::error_code noFile;
+        if (at->is_regular_file(noFile) && !std::ifstream(at->path())) {
+            failOnInput(file, "its file 'constant/polyMesh/" + at->path().filename().string() +
+                                  "' cannot be opened for reading; check its permissions");
+        }
+    }
+}
 
 // VTK's reader prints little about a case that is no case.
 void checkCase(const std::string& file) {
@@ -27,6 +42,29 @@ void checkCase(const std::string& file) {
     if (!fs::exists(folder / "system" / "controlDict", none)) {
         failOnInput(file, "the OpenFOAM case has no 'system/controlDict'");
     }
+    checkMeshFiles(file, folder);
+}
+
+double sizeOfFiles(const fs::path& folder) {
+    double size = 0.0;
+    std::error_code none;
+    for (fs::directory_iterator at(folder, none), end; !none && at != end; at.increment(none)) {
+        std::error_code noFile;
+        const std::uintmax_t bytes = fs::file_size(at->path(), noFile);
+        size += noFile ? 0.0 : static_cast<double>(bytes);
+    }
+    return size;
+}
+
+// Of the mesh and of the fields at all times: the reader looks into each.
+double sizeOfCase(const std::string& file) {
+    const fs::path folder = fs::absolute(file).parent_path();
+    double size = sizeOfFiles(folder / "constant" / "polyMesh");
+    std::error_code none;
+    for (fs::directory_iterator at(folder, none), end; !none && at != end; at.increment(none)) {
+        size += sizeOfFiles(at->path());
+    }
+    return size;
 }
 
 void failOnMessages(const std::string& file, const VtkMessages& messages) {
@@ -41,6 +79,7 @@ void failOnMessages(const std::string& file, const VtkMessages& messages) {
 OpenedDataSet openFoamCase(const std::string& file, const std::string& time) {
     checkCase(file);
     const VtkMessages messages;
+    const ReadGuard guard(file, sizeOfCase(file));
     vtkNew<vtkOpenFOAMReader> reader;
     reader->SetFileName(file.c_str());
     reader->DecomposePolyhedraOff();

@@ -11,6 +11,7 @@
 #include <filesystem>
 
 #include "OpenDataSet.h"
+#include "ReadGuard.h"
 #include "VtkMessages.h"
 #include "XmlGrids.h"
 
@@ -30,6 +31,7 @@ std::string attribute(vtkXMLDataElement* element, const char* name) {
 
 // The root's element of the given name; null where the file is no XML or has none.
 vtkSmartPointer<vtkXMLDataElement> findElement(const std::string& file, const char* name) {
+    const ReadGuard guard(file);
     const auto root = vtkSmartPointer<vtkXMLDataElement>::Take(
         vtkXMLUtilities::ReadElementFromFile(file.c_str()));
     return root == nullptr ? nullptr : root->FindNestedElementWithName(name);
@@ -37,6 +39,7 @@ vtkSmartPointer<vtkXMLDataElement> findElement(const std::string& file, const ch
 
 vtkSmartPointer<vtkPolyData> readSurface(const std::string& file) {
     const VtkMessages messages;
+    const ReadGuard guard(file);
     vtkNew<vtkXMLPolyDataReader> reader;
     if (reader->CanReadFile(file.c_str()) == 0) {
         failOnInput(file, "the file holds no VTK XML surface");

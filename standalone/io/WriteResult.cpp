@@ -10,8 +10,11 @@
 #include <vtkPoints.h>
 #include <vtkUnstructuredGrid.h>
 #include <vtkXMLUnstructuredGridWriter.h>
+#include <vtkZLibDataCompressor.h>
 
+#include <algorithm>
 #include <array>
+#include <new>
 
 #include "VtkMessages.h"
 #include "base/AtomicFile.h"
@@ -84,15 +87,40 @@ void addFields(const ResultFields& fields, vtkUnstructuredGrid* grid) {
     grid->GetCellData()->AddArray(direction);
 }
 
+// VTK's own would give back nothing when memory ends, and the writer would use it.
+class Compressor : public vtkZLibDataCompressor {
+  public:
+    static Compressor* New() { return new Compressor; }
+
+    std::size_t CompressBuffer(const unsigned char* bytes, std::size_t size, unsigned char* packed,
+                               std::size_t room) override {
+        const std::size_t used = vtkZLibDataCompressor::CompressBuffer(bytes, size, packed, room);
+        if (used == 0) {
+            failOnMemory();
+        }
+        return used;
+    }
+
+  private:
+    [[noreturn]] static void failOnMemory() {
+        if (const std::new_handler handler = std::get_new_handler()) {
+            handler();
+        }
+        throw std::bad_alloc();
+    }
+};
+
 // On purpose: VTK writes into memory and the bytes go to the file from here, because only so the
 // system's reason of a failure is known, and a pipe can take them.
-std::string fileContent(const std::string& file, vtkUnstructuredGrid* grid) {
-    const VtkMessages messages;
+std::string gridBytes(const std::string& file, vtkUnstructuredGrid* grid,
+                      const VtkMessages& messages) {
     vtkNew<vtkXMLUnstructuredGridWriter> writer;
     writer->SetInputData(grid);
     writer->SetDataModeToAppended();
     writer->EncodeAppendedDataOff();
-    writer->SetCompressorTypeToZLib();
+    vtkNew<Compressor> compressor;
+    compressor->SetCompressionLevel(writer->GetCompressionLevel());
+    writer->SetCompressor(compressor);
     writer->SetHeaderTypeToUInt64();
     writer->WriteToOutputStringOn();
     if (writer->Write() == 0 || messages.hasError()) {
@@ -103,14 +131,17 @@ std::string fileContent(const std::string& file, vtkUnstructuredGrid* grid) {
 
 }  // namespace
 
-void writeResult(const std::string& file, const CellMesh& mesh, const ResultFields& fields) {
-    AtomicFile place(file);
+std::string resultBytes(const std::string& file, const CellMesh& mesh, const ResultFields& fields) {
+    const VtkMessages messages;
     vtkNew<vtkUnstructuredGrid> grid;
     addPoints(mesh, grid);
     addCells(mesh, grid);
     addFields(fields, grid);
-    place.write(fileContent(file, grid));
-    place.commit();
+    return gridBytes(file, grid, messages);
+}
+
+void writeResult(const std::string& file, const CellMesh& mesh, const ResultFields& fields) {
+    writeWholeFile(file, resultBytes(file, mesh, fields));
 }
 
 }  // namespace weldline

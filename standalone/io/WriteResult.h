@@ -15,10 +15,13 @@ struct ResultFields {
     std::vector<Vec3> flowDirection;   // per cell, unit vector along the flow, zero where unknown
 };
 
-// Writes the mesh with point data MeetingAngle and WeldLine and cell data FillTime and
-// FlowDirection as a VTK XML unstructured grid (.vtu: appended raw data, zlib compressed). The file
-// is whole or not there: it is written beside its place under another name and renamed. Throws
-// RunError when it cannot be written.
+// The mesh with point data MeetingAngle and WeldLine and cell data FillTime and FlowDirection as a
+// VTK XML unstructured grid (.vtu: appended raw data, zlib compressed). The name of the file is for
+// messages. Throws RunError when the grid cannot be written.
+std::string resultBytes(const std::string& file, const CellMesh& mesh, const ResultFields& fields);
+
+// The same into a file, which is whole or not there: it is written beside its place under another
+// name and renamed. Throws RunError when it cannot be written.
 void writeResult(const std::string& file, const CellMesh& mesh, const ResultFields& fields);
 
 }  // namespace weldline

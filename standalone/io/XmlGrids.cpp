@@ -7,9 +7,12 @@
 #include <vtkXMLUnstructuredGridReader.h>
 
 #include <cmath>
+#include <cstdlib>
 #include <filesystem>
+#include <fstream>
 
 #include "GridCheck.h"
+#include "ReadGuard.h"
 #include "VtkMessages.h"
 
 namespace weldline {
@@ -112,13 +115,26 @@ class CheckedReader : public vtkXMLUnstructuredGridReader {
 
 // Every point and cell takes at least a byte, which compression shortens to a thousandth at most. A
 // larger count is damage, and VTK would believe it.
-void checkCount(const std::string& file, vtkIdType count) {
+void checkCount(const std::string& file, const char* what, vtkIdType count) {
     std::error_code none;
     const auto size = static_cast<double>(fs::file_size(file, none));
     if (count < 0 || static_cast<double>(count) > 1100.0 * size) {
         failOnInput(file, "the file is damaged or incomplete: it announces " +
-                              std::to_string(static_cast<long long>(count)) +
-                              " points or cells and is too short for them");
+                              std::to_string(static_cast<long long>(count)) + " " + what +
+                              " and is too short for them");
+    }
+}
+
+// VTK asks for a name of each component of an array that a file announces, and a wrong number keeps
+// it busy for minutes. Each component of an array takes at least a byte of what is packed.
+void checkComponents(const std::string& file) {
+    const std::string key = "NumberOfComponents=\"";
+    std::ifstream stream(file, std::ios::binary);
+    for (std::string line; std::getline(stream, line) && line.find("<AppendedData") == line.npos;) {
+        for (std::size_t at = line.find(key); at != line.npos; at = line.find(key, at)) {
+            at += key.size();
+            checkCount(file, "components", std::strtoll(line.c_str() + at, nullptr, 10));
+        }
     }
 }
 
@@ -126,16 +142,18 @@ void checkCount(const std::string& file, vtkIdType count) {
 
 std::vector<Block> readXmlGrids(const std::string& file) {
     const VtkMessages messages;
+    const ReadGuard guard(file);
     const auto reader = vtkSmartPointer<CheckedReader>::New();
     if (reader->CanReadFile(file.c_str()) == 0) {
         failOnInput(file, "the file holds no VTK XML unstructured grid");
     }
+    checkComponents(file);
     reader->SetFileName(file.c_str());
     reader->UpdateInformation();
     failOnReaderError(file, messages);
     reader->SetupUpdateExtent(0, 1, 0);
-    checkCount(file, reader->GetNumberOfPoints());
-    checkCount(file, reader->GetNumberOfCells());
+    checkCount(file, "points or cells", reader->GetNumberOfPoints());
+    checkCount(file, "points or cells", reader->GetNumberOfCells());
     std::vector<Block> blocks;
     const auto pieces = static_cast<int>(reader->GetNumberOfPieces());
     for (int p = 0; p < pieces; ++p) {

@@ -55,7 +55,7 @@ void limit(decltype(RLIMIT_FSIZE) resource, long bytes) {
     ::dup2(setting.terminal ? out.writeEnd : err.writeEnd, STDERR_FILENO);
     if (setting.closeStandardOutput) ::close(STDOUT_FILENO);
     for (const auto& [name, value] : setting.environment) ::setenv(name.c_str(), value.c_str(), 1);
-    for (const int number : {SIGINT, SIGTERM, SIGPIPE}) ::signal(number, SIG_DFL);
+    for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGQUIT, SIGPIPE}) ::signal(number, SIG_DFL);
     limit(RLIMIT_FSIZE, setting.fileSizeLimit);
     limit(RLIMIT_AS, setting.memoryLimit);
     std::vector<char*> words{const_cast<char*>(program.c_str())};

@@ -30,8 +30,9 @@ class ProgramTest : public testing::Test {
     // Names in the test's folder, sorted.
     std::vector<std::string> entries() const;
 
-    // Names that the program left among the temporaries.
+    // Names that the program left among the temporaries, and where those are.
     std::vector<std::string> temporaries() const;
+    std::string temporariesFolder() const { return m_temporaries.string(); }
 
     // The child ended with this code and exactly one line of error that contains all these texts;
     // nothing was said on standard output.

@@ -208,6 +208,32 @@ TEST_F(ReadErrors, announcesMoreThanItCanHold) {
         put("b.vtu", replaced(twoBoxes().vtu(), "NumberOfPoints=\"12\"", "NumberOfPoints=\"-5\"")));
 }
 
+// Two hexahedra have lists of 1 + 8 numbers each.
+TEST_F(ReadErrors, legacyCountsThatDoNotFit) {
+    const std::string legacy = twoBoxes().legacy();
+    expectError(
+        put("a.vtk", replaced(legacy, "POINTS 12 ", "POINTS 120000000000 ")),
+        "the file is damaged or incomplete: the line 'POINTS 120000000000 double' announces "
+        "more than the file can hold");
+    expectError(
+        put("a.vtk", replaced(legacy, "CELL_DATA 2", "CELL_DATA -2")),
+        "the file is damaged or incomplete: the line 'CELL_DATA -2' announces more than the "
+        "file can hold");
+    for (const char* wrong : {"CELLS 2 17", "CELLS 2 19", "CELLS 1 18", "CELLS 3 18"}) {
+        expectError(put("a.vtk", replaced(legacy, "CELLS 2 18", wrong)),
+                    std::string("the file is damaged or incomplete: the node lists after the line "
+                                "'") +
+                        wrong + "' do not have the length that it announces");
+    }
+}
+
+TEST_F(ReadErrors, moreComponentsThanTheFileCanHold) {
+    expectError(put("a.vtu", replaced(twoBoxes().vtu(), "NumberOfComponents=\"3\"",
+                                      "NumberOfComponents=\"2147483647\"")),
+                "the file is damaged or incomplete: it announces 2147483647 components and is too "
+                "short for them");
+}
+
 TEST_F(ReadErrors, missingPiece) {
     const std::string file = put("a.pvtu",
                                  "<VTKFile type=\"PUnstructuredGrid\" version=\"1.0\">\n"

@@ -1,0 +1,67 @@
+// The command line: the lines of the input are the program's arguments. Reading them gives
+// arguments, a text to show, or the error that ends the program with exit code 2; nothing else.
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "../../apps/weldline/Arguments.h"
+#include "Target.h"
+#include "base/Errors.h"
+
+namespace {
+
+using namespace weldline;
+
+std::vector<std::string> linesOf(const std::string& text) {
+    std::vector<std::string> lines{"weldline"};
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size());
+        // An argument ends with its first null character.
+        lines.emplace_back(text.substr(begin, end - begin).c_str());
+        begin = end + 1;
+    }
+    return lines;
+}
+
+void checkAnalyze(const AnalyzeOptions& options) {
+    fuzz::require(!options.input.empty(), "analyze has an input");
+    fuzz::require(options.maxAngle > 0.0 && options.maxAngle <= 180.0, "the angle is possible");
+    fuzz::require(
+        options.control.empty() || (options.set.empty() && !options.method && !options.gradient),
+        "a control file stands alone");
+    fuzz::require(!options.gradient || (*options.gradient >= 1 && *options.gradient <= 4),
+                  "the gradient is one of four");
+    fuzz::require(!options.gradientSet || *options.gradientSet == 1 || *options.gradientSet == 2,
+                  "the gradient set is one of two");
+}
+
+void check(const Arguments& arguments) {
+    switch (arguments.command) {
+        case Arguments::Command::ShowText:
+            return fuzz::require(!arguments.text.empty(), "there is a text to show");
+        case Arguments::Command::Analyze:
+            return checkAnalyze(arguments.analyze);
+        case Arguments::Command::Info:
+            return fuzz::require(!arguments.info.input.empty(), "info has an input");
+        case Arguments::Command::Settings:
+            return;
+    }
+}
+
+}  // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    std::vector<std::string> words = linesOf({data, data + size});
+    std::vector<char*> arguments;
+    for (std::string& word : words) arguments.push_back(word.data());
+    const auto count = static_cast<int>(arguments.size());
+    arguments.push_back(nullptr);
+    try {
+        check(parseArguments(count, arguments.data()));
+    } catch (const UsageError& error) {
+        const std::string message = error.what();
+        fuzz::require(!message.empty() && message.find('\n') == std::string::npos,
+                      "an error is one line");
+    }
+    return 0;
+}
