@@ -1,5 +1,6 @@
 #include "Workspace.h"
 
+#include <fcntl.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -29,7 +30,10 @@ CapturedOutput::CapturedOutput() {
     std::fflush(stdout);
     former_ = dup(STDOUT_FILENO);
     file_ = memfd_create("output", 0);
-    if (former_ < 0 || file_ < 0 || dup2(file_, STDOUT_FILENO) < 0) {
+    // Appending, because partitions as processes share the file: without it two of them may write
+    // to the same place.
+    if (former_ < 0 || file_ < 0 || fcntl(file_, F_SETFL, O_APPEND) < 0 ||
+        dup2(file_, STDOUT_FILENO) < 0) {
         throw std::runtime_error("standard output could not be captured");
     }
 }
