@@ -18,8 +18,8 @@ void CKVR3DWeldLine::CalNodeVectorAngle_Modified_03Loop() {
         const Vec3 P{m_pNodeX[n], m_pNodeY[n], m_pNodeZ[n]};
         const std::span<const int> cells = cellsOfNode(*this, n);
         for (std::size_t i = 0; i < cells.size(); ++i) {
-            if (!extent.holdsOwn(cells[i])) continue;
             for (std::size_t j = i + 1; j < cells.size(); ++j) {
+                // Rows ascend: where the second cell is an own one, so is the first.
                 if (extent.holdsOwn(cells[j])) test.judge(n, cells[i], cells[j], P);
             }
         }

@@ -8,9 +8,11 @@
 
 namespace weldline::core {
 
+inline constexpr int kNoCell = 0;
+
 // The cell across the face at position k of cell a, as seen from a node: an inner face counts when
-// its other cell contains the node, an interface face when its node list names the node. 0 where
-// the face does not count; boundary faces never do.
+// its other cell contains the node, an interface face when its node list names the node. kNoCell
+// where the face does not count; boundary faces never do.
 inline int cellAcross(const CKVR3DWeldLine& r, int node, int a, int k) {
     const int type = r.m_ppCellFaceType[a][k];
     const int face = r.m_ppCellFace[a][k];
@@ -18,16 +20,16 @@ inline int cellAcross(const CKVR3DWeldLine& r, int node, int a, int k) {
         const double* record = r.m_ppInnerFace[face];
         const int first = firstCell(record);
         const int b = first == a ? secondCell(record) : first;
-        return contains(cellsOfNode(r, node), b) ? b : 0;
+        return contains(cellsOfNode(r, node), b) ? b : kNoCell;
     }
     if (type == kInterfaceFace) {
         const InterfaceFaces interface(r.m_pPartitionFace);
         const int first = interface.ownCell(face);
         const int second = interface.haloSlot(face);
         const int b = first == a ? second : first;
-        return contains(rowMembers(r.m_ppParFaceNode[face]), node) ? b : 0;
+        return contains(rowMembers(r.m_ppParFaceNode[face]), node) ? b : kNoCell;
     }
-    return 0;
+    return kNoCell;
 }
 
 // Calls judge(node, k, a, b) for each pair, then turns the node's largest accepted angle into its

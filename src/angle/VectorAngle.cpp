@@ -1,5 +1,6 @@
 #include "VectorAngle.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "Extent.h"
@@ -7,10 +8,8 @@
 namespace weldline::core {
 
 double vectorAngle(const Vec3& ga, const Vec3& gb) {
-    double c = dot(gb, ga) / (length(gb) * length(ga) + kEps);
-    if (c > 1.0) c = 1.0;
-    if (c < -1.0) c = -1.0;
-    return std::acos(c) * 180.0 / kPi;
+    const double c = dot(gb, ga) / (length(gb) * length(ga) + kEps);
+    return std::acos(std::clamp(c, -1.0, 1.0)) * 180.0 / kPi;
 }
 
 }  // namespace weldline::core

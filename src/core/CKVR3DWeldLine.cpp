@@ -5,13 +5,11 @@
 namespace {
 
 // The two reserved fields hold char arrays where somebody has set them.
-void releaseReserved(void*& flat, void**& rows, int lastRow) {
+void releaseReserved(void* flat, void** rows, int lastRow) {
     delete[] static_cast<char*>(flat);
-    flat = nullptr;
     if (rows == nullptr) return;
     for (int row = 0; row <= lastRow; ++row) delete[] static_cast<char*>(rows[row]);
     delete[] rows;
-    rows = nullptr;
 }
 
 }  // namespace
@@ -23,8 +21,5 @@ CKVR3DWeldLine::CKVR3DWeldLine() = default;
 CKVR3DWeldLine::~CKVR3DWeldLine() {
     releaseReserved(m_pReserved1, m_ppReserved2, m_nCV_Total);
     weldline::core::trace(*this, "calWeldLine: ~CKVR3DWeldLine...Done!!\n");
-    if (m_pDebugFile != nullptr) {
-        std::fclose(m_pDebugFile);
-        m_pDebugFile = nullptr;
-    }
+    if (m_pDebugFile != nullptr) std::fclose(m_pDebugFile);
 }

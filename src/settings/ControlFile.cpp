@@ -27,13 +27,11 @@ bool contains(const std::string& line, const char* text) {
 }
 
 // If the line mentions the key anywhere, a comment included, cuts the line down to what follows the
-// first "=" and at most one blank. On purpose: the keys tested later see the cut line.
+// first "=". On purpose: the keys tested later see the cut line.
 bool takeKey(std::string& line, const char* key) {
     if (!contains(line, key)) return false;
     const std::size_t equals = line.find('=');
-    if (equals == std::string::npos) return true;
-    const std::size_t value = equals + 1;
-    line.erase(0, value < line.size() && line[value] == ' ' ? value + 1 : value);
+    if (equals != std::string::npos) line.erase(0, equals + 1);
     return true;
 }
 
@@ -115,7 +113,6 @@ void readSections(CKVR3DWeldLine& r, FILE* file) {
     std::string line;
     while (readLine(file, line)) {
         if (contains(line, "[WeldLinePlotCtrl]")) readSection(r, file);
-        if (std::feof(file) != 0) return;
     }
 }
 

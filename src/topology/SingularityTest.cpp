@@ -4,8 +4,9 @@
 //       | Sxx Sxy Sxz |
 //   M = | Sxy Syy Syz |     Sxy = sum of dx dy over the faces of the cell
 //       | Sxz Syz Szz |
+//
+// The first pivot is Sxx, the second Syy - (Sxy / Sxx) Sxy.
 
-#include <cmath>
 #include <memory>
 
 #include "CKVR3DWeldLine.h"
@@ -15,32 +16,21 @@ using namespace weldline::core;
 
 namespace {
 
+// Of the moments only these three enter the first two pivots.
 struct Moments {
-    double xx, yy, zz, xy, xz, yz;
+    double xx, yy, xy;
 
     void add(const Vec3& d) {
         xx += d.x * d.x;
         yy += d.y * d.y;
-        zz += d.z * d.z;
         xy += d.x * d.y;
-        xz += d.x * d.z;
-        yz += d.y * d.z;
     }
 };
 
 // On purpose: the third pivot is not looked at, only an exact zero counts, and a pivot that is not
 // a number does not.
 bool meetsZeroPivot(const Moments& m) {
-    double M[3][3] = {{m.xx, m.xy, m.xz}, {m.xy, m.yy, m.yz}, {m.xz, m.yz, m.zz}};
-    for (int p = 0; p < 2; ++p) {
-        if (std::fabs(M[p][p]) == 0.0) return true;
-        for (int i = p + 1; i < 3; ++i) {
-            for (int j = p + 1; j < 3; ++j) {
-                M[i][j] = M[i][j] - (M[i][p] / M[p][p]) * M[p][j];
-            }
-        }
-    }
-    return false;
+    return m.xx == 0.0 || m.yy - (m.xy / m.xx) * m.xy == 0.0;
 }
 
 }  // namespace

@@ -150,6 +150,8 @@ std::string standardOutputOf(const std::function<void()>& action);
 struct RbfRows {
     std::vector<std::vector<int>> stencils;
     std::vector<std::vector<double>> weights;
+    bool hasStencils = true;  // false: a null table
+    bool hasWeights = true;
 };
 RbfRows& rbfRows();
 

@@ -103,7 +103,7 @@ int CKvrFaceRBFInternalObject::Initialize_FaceInterpolateData(int code) {
     if (code != 1) return 0;
     Prepared& object = prepared()[this];
     fill(object);
-    m_ppFaceStencil = object.stencilRows.data();
-    m_ppFaceWeight = object.weightRows.data();
+    m_ppFaceStencil = rbfRows().hasStencils ? object.stencilRows.data() : nullptr;
+    m_ppFaceWeight = rbfRows().hasWeights ? object.weightRows.data() : nullptr;
     return 0;
 }

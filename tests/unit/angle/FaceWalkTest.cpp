@@ -196,4 +196,15 @@ TEST(FaceLoop, halo_volume_counts_as_the_second) {
     }
 }
 
+TEST(FaceLoop, row_with_a_negative_count_is_empty) {
+    HaloPair bench;
+    for (const int count : {-1, -100}) {
+        bench.line.m_ppParFaceNode[1][0] = count;
+        bench.run(2);
+        EXPECT_EQ(bench.angle(1), 180.0) << count;
+        bench.line.m_pMeetingAngle[1] = 0.0;
+        bench.line.m_BoundaryAngle = -1.0;
+    }
+}
+
 }  // namespace weldline::test

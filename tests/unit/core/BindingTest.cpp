@@ -165,6 +165,16 @@ TEST(Binding, every_node_has_80_zero_bytes_of_its_own) {
     EXPECT_EQ(blocks.size(), 28U);
 }
 
+TEST(Binding, blocks_of_different_nodes_do_not_overlap) {
+    const Rig rig;
+    void** blocks = rig.calculator.m_ppNodeScratch;
+    for (int n = 0; n <= 27; ++n) std::fill_n(static_cast<unsigned char*>(blocks[n]), 80, n);
+    for (int n = 0; n <= 27; ++n) {
+        const auto* block = static_cast<const unsigned char*>(blocks[n]);
+        EXPECT_TRUE(std::all_of(block, block + 80, [n](unsigned char b) { return b == n; })) << n;
+    }
+}
+
 TEST(Binding, loads_the_variable_of_every_slot_widened) {
     Rig rig;
     for (int slot = 1; slot <= rig.host.slots(); ++slot)

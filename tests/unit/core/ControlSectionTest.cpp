@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <iterator>
 #include <string>
 
 #include "ControlRig.h"
@@ -181,6 +182,25 @@ TEST_F(ControlSection, method_40_is_forgotten_by_the_next_file) {
     readLines({"# the method stays 4"});
     EXPECT_EQ(settings(), afterDefaults());
     EXPECT_EQ(calculator.m_bMethod40, 0);
+}
+
+TEST_F(ControlSection, the_file_is_closed_after_the_reading) {
+    const auto openFiles = [] {
+        return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
+    };
+    const auto before = openFiles();
+    readLines({"nGrad = 5"});
+    EXPECT_EQ(openFiles(), before);
+}
+
+// The second line's method brings its own defaults: method 1 has no fewer passes for having
+// been 40.
+TEST_F(ControlSection, method_40_is_overruled_by_the_second_line) {
+    readLines({"WeldlingAngleMethod = 40", "WeldlingAngleMethod = 1"});
+    EXPECT_EQ(calculator.m_WeldlingAngleMethod, 1);
+    EXPECT_EQ(calculator.m_bMethod40, 1);
+    EXPECT_EQ(calculator.m_TruncateAngle, 135.0);
+    EXPECT_EQ(calculator.m_nSmooth_afterGrad, 20);
 }
 
 TEST_F(ControlSection, keeps_40_when_it_comes_after_the_defaults) {

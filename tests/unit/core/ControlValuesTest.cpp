@@ -123,6 +123,8 @@ TEST_F(ControlValues, gradient_method_beyond_whole_numbers_chooses_none) {
     EXPECT_EQ(calculator.m_GradMethodMFT, 2147483647);
     readLines(third("GradMethodMFT = -2147483648.5"));
     EXPECT_EQ(calculator.m_GradMethodMFT, -2147483647 - 1);
+    readLines(third("GradMethodMFT = -2147483647"));
+    EXPECT_EQ(calculator.m_GradMethodMFT, -2147483647);
 }
 
 TEST_F(ControlValues, settings_that_a_file_does_not_give_stay_from_the_last_run) {

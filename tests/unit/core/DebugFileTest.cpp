@@ -178,6 +178,8 @@ TEST_F(DebugFile, a_missing_path_with_the_flag_on_is_survived) {
     readLines({"FlagDebugOutput = 1"});
     calculator.m_pControlFilePath = nullptr;
     standardOutputOf([&] { EXPECT_EQ(calculator.readControlFile(), 0); });
+    EXPECT_STREQ(calculator.m_DebugFileName, "");
+    EXPECT_EQ(calculator.m_pDebugFile, nullptr);
     calculator.setMeshFileType(1);
 }
 

@@ -67,6 +67,13 @@ TEST(Record, host_objects_start_at_null) {
     EXPECT_EQ((*record).m_pMesh, nullptr);
     EXPECT_EQ((*record).m_pDebugFile, nullptr);
     EXPECT_FALSE((*record).m_FlagDebugOutput);
+    EXPECT_EQ((*record).m_MeshFileType, 0);
+}
+
+TEST(Record, reset_before_the_first_binding_has_nothing_to_reset) {
+    const FreshRecord record;
+    (*record).InitialValue();
+    EXPECT_EQ((*record).m_pMeetingAngle, nullptr);
 }
 
 TEST(Record, counts_start_at_zero) {

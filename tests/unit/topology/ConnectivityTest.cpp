@@ -54,6 +54,23 @@ TEST_F(Connectivity, keeps_repeated_nodes) {
     EXPECT_EQ(row(calc.m_ppNodeCell[2], 4), (Row{2, 1, 2, 0}));
 }
 
+// Each own cell has one face, so rows have room for one, and slot 3 is named by two: the second one
+// is left out instead of being written into the row of slot 4, which lies behind.
+TEST_F(Connectivity, face_rows_of_slots_end_at_the_capacity) {
+    addCells(2);
+    addInner(1, 2);
+    addInner(2, 1);
+    for (int i = 0; i < 2; ++i) host.addBoundary(Group::Outlet, 1, {1, 0, 0}, {});
+    bind();
+    host.mesh()->m_ppInnerFace[1][2] = 3.0;
+    host.mesh()->m_ppInnerFace[2][2] = 3.0;
+    calc.getCell32Conn();
+    EXPECT_EQ(row(calc.m_ppCellInnerFace[1], 2), (Row{1, 1}));
+    EXPECT_EQ(row(calc.m_ppCellInnerFace[2], 2), (Row{1, 2}));
+    EXPECT_EQ(row(calc.m_ppCellInnerFace[3], 2), (Row{1, 1}));
+    EXPECT_EQ(row(calc.m_ppCellInnerFace[4], 2), (Row{0, 0}));
+}
+
 // Faces 1: [2][1], 2: [1][3], 3: [2][1] again. Cell 1 has three inner faces and, for the capacity
 // only, one interface, one inlet, one symmetry and one wall face: rows of 8 entries for all slots.
 TEST_F(Connectivity, face_rows_list_inner_faces_in_ascending_order) {

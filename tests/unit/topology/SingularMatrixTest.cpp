@@ -42,6 +42,13 @@ TEST_F(SingularMatrix, offsets_along_x_only_are_singular) {
     EXPECT_EQ(answer(), 1);
 }
 
+// All offsets on one line, but 55 / 25 is a little more than 2.2, so the second pivot, 121 - 2.2
+// 55, is not 0 but a little less.
+TEST_F(SingularMatrix, keeps_only_an_exact_zero_singular) {
+    cell({{5, 11, 0}});
+    EXPECT_EQ(answer(), 0);
+}
+
 TEST_F(SingularMatrix, offsets_without_x_are_singular) {
     cell({{0, 1, 0}, {0, 0, 1}, {0, 1, 1}});
     EXPECT_EQ(answer(), 1);
