@@ -17,6 +17,7 @@
 
 #include "base/Errors.h"
 #include "base/SignalsHeld.h"
+#include "base/TemporaryName.h"
 
 namespace weldline {
 
@@ -43,9 +44,11 @@ std::string placeForTemporaries() {
     return named != nullptr && *named != '\0' ? named : "/tmp";
 }
 
-constexpr std::string_view beginning = "weldline-";
-constexpr std::string_view pattern = "weldline-XXXXXX";
-constexpr std::string_view longestFile = "/weldline_KVRWDLineDebug.txt";
+// On purpose a name that nobody gives to a folder of his own: left ones are removed.
+constexpr std::string_view beginning = ".weldline-run-";
+constexpr std::string_view pattern = ".weldline-run-XXXXXX";
+constexpr std::string_view controlName = "/weldline.cmp";
+constexpr std::string_view traceName = "/weldline_KVRWDLineDebug.txt";  // the longer one
 
 // A descriptor of the folder that holds its lock, -1: not ours or in use.
 int lockFolder(const std::string& name) {
@@ -58,14 +61,14 @@ int lockFolder(const std::string& name) {
     return -1;
 }
 
-void removeIfLeft(const fs::path& left) {
-    const int lock = lockFolder(left.string());
+// Removes what the program itself puts there; the folder stays where it holds something else.
+void removeIfLeft(const std::string& left) {
+    const int lock = lockFolder(left);
     if (lock < 0) return;
-    std::error_code error;
-    for (fs::directory_iterator file(left, error), end; !error && file != end;
-         file.increment(error))
-        // The control file, the trace, and the control file under its temporary name.
-        if (file->path().filename().string().find("weldline") <= 1) ::unlink(file->path().c_str());
+    const std::string leftControl = left + std::string(controlName);
+    removeLeftTemporaries(leftControl);
+    ::unlink(leftControl.c_str());
+    ::unlink((left + std::string(traceName)).c_str());
     ::rmdir(left.c_str());
     ::close(lock);
 }
@@ -76,7 +79,7 @@ void removeLeftFolders(const std::string& place) {
          entry.increment(error)) {
         const std::string name = entry->path().filename().string();
         if (name.starts_with(beginning) && name.size() == pattern.size())
-            removeIfLeft(entry->path());
+            removeIfLeft(entry->path().string());
     }
 }
 
@@ -86,7 +89,7 @@ void removeLeftFolders(const std::string& place) {
 std::string makeFolder(const std::string& place, int& lock) {
     constexpr int attempts = 10;
     const std::string all = place + "/" + std::string(pattern);
-    if (all.size() + longestFile.size() >= PATH_MAX) {
+    if (all.size() + traceName.size() >= PATH_MAX) {
         errno = ENAMETOOLONG;
         return {};
     }
@@ -113,8 +116,8 @@ TemporaryFolder::TemporaryFolder() {
                        std::generic_category().message(errno) +
                        "); let the environment variable TMPDIR name a folder that can be written");
     setName(folder, name);
-    setName(control, name + "/weldline.cmp");
-    setName(trace, name + std::string(longestFile));
+    setName(control, name + std::string(controlName));
+    setName(trace, name + std::string(traceName));
     exists = true;
 }
 

@@ -8,7 +8,8 @@ namespace weldline {
 // control file and its trace. Removed with these files at the end of its life. One at a time.
 //
 // The process holds a lock on it, which ends with the process, however that ends. So folders of the
-// same user without a lock were left by processes that were killed; they are removed at the start.
+// same user without a lock were left by processes that were killed; they are removed at the start,
+// unless they hold anything but these files.
 class TemporaryFolder {
   public:
     TemporaryFolder();  // throws RunError

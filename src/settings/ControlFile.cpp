@@ -27,7 +27,8 @@ bool contains(const std::string& line, const char* text) {
 }
 
 // If the line mentions the key anywhere, a comment included, cuts the line down to what follows the
-// first "=". On purpose: the keys tested later see the cut line.
+// first "=". On purpose: the keys tested later see the cut line. Blanks after the "=" may stay:
+// atoi and atof skip them, and no key begins with one.
 bool takeKey(std::string& line, const char* key) {
     if (!contains(line, key)) return false;
     const std::size_t equals = line.find('=');

@@ -169,24 +169,31 @@ TEST_F(Places, left_temporaries_are_removed_and_nothing_else) {
     EXPECT_TRUE(fs::exists(held));
 }
 
-// The same for private folders; one that holds something else stays.
+// The same for private folders; one that holds something else stays, with that. Folders that users
+// make for results are never touched, whatever they are called and hold.
 TEST_F(Places, left_private_folders_are_removed_and_nothing_else) {
     const fs::path place = temporariesFolder();
     const auto make = [&](const char* name, const char* file) {
         fs::create_directory(place / name);
         std::ofstream(place / name / file) << "text";
     };
-    make("weldline-left00", "weldline.cmp");
-    make("weldline-left01", ".weldline.cmp.12-0.tmp");
-    make("weldline-held00", "weldline.cmp");
-    make("weldline-other0", "thesis.txt");
-    make("weldline-longer00", "weldline.cmp");
-    const int held = ::open((place / "weldline-held00").c_str(), O_RDONLY | O_CLOEXEC);
+    make(".weldline-run-left00", "weldline.cmp");
+    make(".weldline-run-left00", "weldline_KVRWDLineDebug.txt");
+    make(".weldline-run-left01", ".weldline.cmp.12-0.tmp");
+    make(".weldline-run-held00", "weldline.cmp");
+    make(".weldline-run-other0", "weldline.vtu");
+    make(".weldline-run-longer00", "weldline.cmp");
+    make("weldline-result", "weldline.vtu");
+    make("weldline-result", "weldline.cmp");
+    const int held = ::open((place / ".weldline-run-held00").c_str(), O_RDONLY | O_CLOEXEC);
     ASSERT_EQ(::flock(held, LOCK_EX), 0);
     expectResult(at("result.vtu"));
     ::close(held);
-    EXPECT_EQ(temporaries(), (Names{"weldline-held00", "weldline-longer00", "weldline-other0"}));
-    EXPECT_TRUE(fs::exists(place / "weldline-other0" / "thesis.txt"));
+    EXPECT_EQ(temporaries(), (Names{".weldline-run-held00", ".weldline-run-longer00",
+                                    ".weldline-run-other0", "weldline-result"}));
+    EXPECT_TRUE(fs::exists(place / ".weldline-run-other0" / "weldline.vtu"));
+    EXPECT_TRUE(fs::exists(place / "weldline-result" / "weldline.vtu"));
+    EXPECT_TRUE(fs::exists(place / "weldline-result" / "weldline.cmp"));
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "Outcome.h"
-#include "ShakenBox.h"
+#include "Comparison.h"
 #include "Transformation.h"
 
 // Rounding knows no sign, and every step of the calculation takes the components of vectors either
@@ -41,13 +40,8 @@ TEST_P(Mirror, flips_the_sign_of_its_gradient_component_and_nothing_else) {
     const Point mirror = mirrorOf(GetParam());
     for (const Choice& choice : everyChoice()) {
         SCOPED_TRACE(inWords(choice));
-        TestHost host;
-        addShakenBox(host);
-        host.gradSetSwitch = choice.gradSetSwitch;
-        const std::string control = settings(choice.method, choice.gradientMethod);
-        const Outcome plain = freshRun(host, control);
-        transform(host, {.mirror = mirror});
-        const Outcome mirrored = freshRun(host, control);
+        const auto [plain, mirrored] =
+            compareRuns(choice, [&](TestHost& host) { transform(host, {.mirror = mirror}); });
         EXPECT_GE(plain.nodesBelow180(), 5);
         EXPECT_EQ(mirrored.angle, plain.angle);
         EXPECT_EQ(mirrored.variable, plain.variable);

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "Outcome.h"
-#include "ShakenBox.h"
+#include "Comparison.h"
 #include "Transformation.h"
 
 // Which renamings of the same mesh the bits survive, and which they do not.
@@ -13,13 +12,7 @@ namespace weldline::test {
 TEST(Order, x_and_y_may_change_places_in_the_upwind_and_rbf_schemes) {
     for (const Choice& choice : {Choice{4, 2}, Choice{4, 2, 0.0}, Choice{4, 4}}) {
         SCOPED_TRACE(inWords(choice));
-        TestHost host;
-        addShakenBox(host);
-        host.gradSetSwitch = choice.gradSetSwitch;
-        const std::string control = settings(choice.method, choice.gradientMethod);
-        const Outcome plain = freshRun(host, control);
-        exchangeXAndY(host);
-        const Outcome exchanged = freshRun(host, control);
+        const auto [plain, exchanged] = compareRuns(choice, exchangeXAndY);
         EXPECT_GE(plain.nodesBelow180(), 5);
         EXPECT_EQ(exchanged.angle, plain.angle);
         EXPECT_EQ(exchanged.variable, plain.variable);
@@ -32,12 +25,7 @@ TEST(Order, x_and_y_may_change_places_in_the_upwind_and_rbf_schemes) {
 TEST(Order, keeps_the_axes_apart_in_the_default_scheme_and_in_elimination) {
     for (const Choice& choice : {Choice{4, 1}, Choice{4, 3}}) {
         SCOPED_TRACE(inWords(choice));
-        TestHost host;
-        addShakenBox(host);
-        const std::string control = settings(choice.method, choice.gradientMethod);
-        const Outcome plain = freshRun(host, control);
-        exchangeXAndY(host);
-        const Outcome exchanged = freshRun(host, control);
+        const auto [plain, exchanged] = compareRuns(choice, exchangeXAndY);
         EXPECT_EQ(exchanged.variable, plain.variable);
         EXPECT_NE(exchanged.gradient[2], plain.gradient[2]);
         for (std::size_t i = 0; i < plain.variable.size(); ++i)
@@ -52,12 +40,7 @@ TEST(Order, inner_faces_may_be_turned_round) {
     for (const Choice& choice :
          {Choice{1, 1}, Choice{2, 1}, Choice{3, 1}, Choice{4, 1}, Choice{4, 3}, Choice{4, 4}}) {
         SCOPED_TRACE(inWords(choice));
-        TestHost host;
-        addShakenBox(host);
-        const std::string control = settings(choice.method, choice.gradientMethod);
-        const Outcome plain = freshRun(host, control);
-        turnInnerFaces(host);
-        const Outcome turned = freshRun(host, control);
+        const auto [plain, turned] = compareRuns(choice, turnInnerFaces);
         EXPECT_GE(plain.nodesBelow180(), 5);
         EXPECT_EQ(turned.angle, plain.angle);
         EXPECT_EQ(turned.variable, plain.variable);
@@ -68,11 +51,7 @@ TEST(Order, inner_faces_may_be_turned_round) {
 
 // The same faces in another order are the same sums with other bracketing: other last digits.
 TEST(Order, keeps_the_order_of_the_faces_in_the_bits) {
-    TestHost host;
-    addShakenBox(host);
-    const Outcome plain = freshRun(host, settings(1, 1));
-    reverseInnerFaces(host);
-    const Outcome reversed = freshRun(host, settings(1, 1));
+    const auto [plain, reversed] = compareRuns({1, 1}, reverseInnerFaces);
     EXPECT_NE(reversed.variable, plain.variable);
     EXPECT_NE(reversed.gradient, plain.gradient);
     for (std::size_t i = 0; i < plain.variable.size(); ++i)

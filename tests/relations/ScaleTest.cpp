@@ -4,8 +4,7 @@
 #include <cmath>
 #include <ostream>
 
-#include "Outcome.h"
-#include "ShakenBox.h"
+#include "Comparison.h"
 #include "Transformation.h"
 
 // A power of two changes exponents, never digits. With lengths times L and times times T every
@@ -56,13 +55,9 @@ TEST_P(Scale, keeps_the_angles_and_scales_the_gradients_exactly) {
     const double gradientFactor = GetParam().time / GetParam().length;
     for (const Choice& choice : everyChoice()) {
         SCOPED_TRACE(inWords(choice));
-        TestHost host;
-        addShakenBox(host);
-        host.gradSetSwitch = choice.gradSetSwitch;
-        const std::string control = settings(choice.method, choice.gradientMethod);
-        const Outcome plain = freshRun(host, control);
-        transform(host, {.length = GetParam().length, .time = GetParam().time});
-        const Outcome scaled = freshRun(host, control);
+        const auto [plain, scaled] = compareRuns(choice, [](TestHost& host) {
+            transform(host, {.length = GetParam().length, .time = GetParam().time});
+        });
         EXPECT_GE(plain.nodesBelow180(), 5);
         EXPECT_EQ(scaled.angle, plain.angle);
         EXPECT_EQ(scaled.variable, times(GetParam().time, plain.variable));

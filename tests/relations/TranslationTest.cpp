@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "Outcome.h"
-#include "ShakenBox.h"
+#include "Comparison.h"
 #include "Transformation.h"
 
 // The box's coordinates are multiples of 1/1024 and its weights multiples of 1/64: moved by powers
@@ -12,7 +11,9 @@ namespace weldline::test {
 
 namespace {
 
-const Point kFarAway{1024.0, -512.0, 2048.0};
+void moveFarAway(TestHost& host) {
+    transform(host, {.shift = {1024.0, -512.0, 2048.0}});
+}
 
 }  // namespace
 
@@ -20,13 +21,7 @@ TEST(Translation, changes_no_bit_of_any_result) {
     for (const Choice& choice : everyChoice()) {
         if (choice.method == 3) continue;  // see below
         SCOPED_TRACE(inWords(choice));
-        TestHost host;
-        addShakenBox(host);
-        host.gradSetSwitch = choice.gradSetSwitch;
-        const std::string control = settings(choice.method, choice.gradientMethod);
-        const Outcome here = freshRun(host, control);
-        transform(host, {.shift = kFarAway});
-        const Outcome there = freshRun(host, control);
+        const auto [here, there] = compareRuns(choice, moveFarAway);
         EXPECT_GE(here.nodesBelow180(), 5);
         EXPECT_EQ(there.angle, here.angle);
         EXPECT_EQ(there.variable, here.variable);
@@ -38,12 +33,7 @@ TEST(Translation, changes_no_bit_of_any_result) {
 // Method 3 looks up a face by a number that mostly lies beyond the cell's list, and takes the point
 // (0, 0, 0) there: its angles depend on where the mesh lies, its gradients do not.
 TEST(Translation, keeps_the_origin_in_method_3) {
-    TestHost host;
-    addShakenBox(host);
-    const std::string control = settings(3, 1);
-    const Outcome here = freshRun(host, control);
-    transform(host, {.shift = kFarAway});
-    const Outcome there = freshRun(host, control);
+    const auto [here, there] = compareRuns({3, 1}, moveFarAway);
     EXPECT_NE(there.angle, here.angle);
     EXPECT_EQ(there.gradient, here.gradient);
 }
