@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "mesh/CellMesh.h"
+
+namespace weldline {
+
+// What one rank holds of a mesh that is spread over the ranks of a run: its own cells with their
+// points, and the parts of the patches that lie on them. Numbering inside is 0-based and local;
+// cells and points ascend by their numbers in the whole mesh, which are those that one process
+// would give them.
+struct MeshPart {
+    CellMesh mesh;
+    std::vector<std::int64_t> cellNumber;  // per cell: its 0-based number in the whole mesh
+    std::vector<std::int64_t> nodeNumber;  // per point: the same
+    std::vector<Patch> patches;            // the same names in the same order on every rank
+    std::vector<std::vector<double>> cellFields;  // carried along with the cells; one value a cell
+};
+
+}  // namespace weldline
