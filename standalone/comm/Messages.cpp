@@ -10,7 +10,7 @@ std::vector<Bytes> gatherToFirst(Ranks& ranks, Bytes own) {
     return received;
 }
 
-Bytes broadcast(Ranks& ranks, Bytes message, int from) {
+Bytes broadcast(Ranks& ranks, const Bytes& message, int from) {
     std::vector<Bytes> toRanks(static_cast<std::size_t>(ranks.size()));
     if (ranks.rank() == from) toRanks.assign(toRanks.size(), message);
     return std::move(ranks.exchange(std::move(toRanks))[static_cast<std::size_t>(from)]);

@@ -47,7 +47,7 @@ std::vector<std::vector<Value>> exchangeValues(Ranks& ranks,
 std::vector<Bytes> gatherToFirst(Ranks& ranks, Bytes own);
 
 // All ranks answer the message of rank `from`; that of the others is left out.
-Bytes broadcast(Ranks& ranks, Bytes message, int from = 0);
+Bytes broadcast(Ranks& ranks, const Bytes& message, int from = 0);
 
 // The sum of the values of all lower ranks.
 std::int64_t sumBefore(Ranks& ranks, std::int64_t value);

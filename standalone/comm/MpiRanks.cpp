@@ -162,6 +162,7 @@ class MpiRanks final : public Ranks {
 
     std::vector<Bytes> roomForMessages(const std::vector<Bytes>& toRanks) {
         std::vector<std::int64_t> sent;
+        sent.reserve(toRanks.size());
         for (const Bytes& message : toRanks)
             sent.push_back(static_cast<std::int64_t>(message.size()));
         std::vector<std::int64_t> lengths(sent.size());

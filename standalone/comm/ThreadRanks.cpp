@@ -153,6 +153,7 @@ class ThreadRank final : public Ranks {
             m_hub.message(m_rank, to) = std::move(toRanks[static_cast<std::size_t>(to)]);
         m_hub.barrier();
         std::vector<Bytes> received;
+        received.reserve(static_cast<std::size_t>(size()));
         for (int from = 0; from < size(); ++from)
             received.push_back(std::move(m_hub.message(from, m_rank)));
         m_hub.barrier();
@@ -183,6 +184,7 @@ class ThreadRank final : public Ranks {
 void runAsThreads(int size, const std::function<void(Ranks&)>& body) {
     Hub hub(size);
     std::vector<std::thread> threads;
+    threads.reserve(static_cast<std::size_t>(size));
     for (int rank = 0; rank < size; ++rank) {
         threads.emplace_back([&hub, &body, rank] {
             std::exception_ptr failure;

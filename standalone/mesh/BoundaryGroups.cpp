@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <regex>
 
+#include "MeshFaults.h"
 #include "NodeSets.h"
 #include "base/Errors.h"
 
@@ -70,11 +71,6 @@ class BoundaryFaces {
     const FvMesh& mesh_;
     std::vector<std::pair<std::uint64_t, int>> faces_;
 };
-
-[[noreturn]] void failOnForeignFace(const Patch& patch, int face) {
-    throw InputError("face " + std::to_string(face) + " of patch '" + patch.name +
-                     "' is no boundary face of a cell; a patch has to lie on the mesh's surface");
-}
 
 [[noreturn]] void failOnTwoPatches(const Patch& patch, int face, const std::string& other) {
     throw InputError("face " + std::to_string(face) + " of patch '" + patch.name +

@@ -54,4 +54,9 @@ void failOnOverlap(const CellMesh& mesh, int cellA, double volumeA, int cellB, d
                      " overlap: they lie on the same side of the face that they share");
 }
 
+void failOnForeignFace(const Patch& patch, int face) {
+    throw InputError("face " + std::to_string(face) + " of patch '" + patch.name +
+                     "' is no boundary face of a cell; a patch has to lie on the mesh's surface");
+}
+
 }  // namespace weldline

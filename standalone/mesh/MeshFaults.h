@@ -18,4 +18,6 @@ namespace weldline {
 [[noreturn]] void failOnOverlap(const CellMesh& mesh, int cellA, double volumeA, int cellB,
                                 double volumeB);
 
+[[noreturn]] void failOnForeignFace(const Patch& patch, int face);
+
 }  // namespace weldline

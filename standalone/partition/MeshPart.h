@@ -14,9 +14,9 @@ namespace weldline {
 // would give them.
 struct MeshPart {
     CellMesh mesh;
-    std::vector<std::int64_t> cellNumber;  // per cell: its 0-based number in the whole mesh
-    std::vector<std::int64_t> nodeNumber;  // per point: the same
-    std::vector<Patch> patches;            // the same names in the same order on every rank
+    std::vector<std::int64_t> cellNumber;         // per cell: its 0-based number in the whole mesh
+    std::vector<std::int64_t> nodeNumber;         // per point: the same
+    std::vector<Patch> patches;                   // the same names in the same order on every rank
     std::vector<std::vector<double>> cellFields;  // carried along with the cells; one value a cell
 };
 
