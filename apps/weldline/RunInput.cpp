@@ -11,8 +11,11 @@ namespace {
 
 std::vector<double> readCellArray(const AnalyzeOptions& options, const std::string& name,
                                   int cells) {
-    DataSet data =
-        readDataSet(options.input, {.field = name, .fieldGiven = true, .time = options.time});
+    ReadOptions read;
+    read.field = name;
+    read.fieldGiven = true;
+    read.time = options.time;
+    DataSet data = readDataSet(options.input, read);
     if (static_cast<int>(data.fillTime.size()) != cells)
         throw InputError(options.input + ": array '" + name +
                          "' has another number of values than there are cells; give one per cell");
