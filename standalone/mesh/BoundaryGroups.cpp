@@ -49,7 +49,7 @@ class BoundaryFaces {
   public:
     explicit BoundaryFaces(const FvMesh& mesh) : mesh_(mesh) {
         faces_.reserve(static_cast<std::size_t>(mesh.boundaryFaces()));
-        for (int f = mesh.innerFaces; f < mesh.faceCount(); ++f) {
+        for (int f = mesh.innerFaces; f < mesh.firstInterfaceFace(); ++f) {
             faces_.push_back({nodeSetKey(mesh.faceNodes[f]), f});
         }
         std::sort(faces_.begin(), faces_.end());

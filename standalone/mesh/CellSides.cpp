@@ -155,8 +155,11 @@ std::span<const int> CellSides::polygon(int side, Corners& space) const {
 
 std::string cellName(const CellMesh& mesh, int cell) {
     const auto c = static_cast<std::size_t>(cell);
-    const std::int64_t number = mesh.fileNumbers.empty() ? cell : mesh.fileNumbers[c];
-    return "cell " + std::to_string(number);
+    return cellName(mesh.fileNumbers.empty() ? std::int64_t{cell} : mesh.fileNumbers[c]);
+}
+
+std::string cellName(std::int64_t fileNumber) {
+    return "cell " + std::to_string(fileNumber);
 }
 
 }  // namespace weldline

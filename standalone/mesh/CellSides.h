@@ -36,5 +36,6 @@ class CellSides {
 
 // "cell 17", 0-based as in the data set.
 std::string cellName(const CellMesh& mesh, int cell);
+std::string cellName(std::int64_t fileNumber);
 
 }  // namespace weldline

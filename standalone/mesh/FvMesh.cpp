@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "CellGeometry.h"
 #include "MeshFaults.h"
 #include "PolygonGeometry.h"
 #include "SideMatching.h"
@@ -157,50 +158,16 @@ void computeFaces(FvMesh& fv) {
 }
 
 void computeCell(const CellMesh& cells, FvMesh& fv, int cell) {
-    const std::span<const int> faces = fv.cellFaces[cell];
-    Vec3 middle;
-    Vec3 gap;
-    double surface = 0.0;
-    const auto outward = [&](int face) {
-        const auto f = static_cast<std::size_t>(face);
-        return fv.owner[f] == cell ? fv.faceArea[f] : -1.0 * fv.faceArea[f];
-    };
-    for (const int face : faces) {
-        middle = middle + fv.faceCentre[static_cast<std::size_t>(face)];
-        gap = gap + outward(face);
-        surface += norm(outward(face));
-    }
-    middle = (1.0 / static_cast<double>(faces.size())) * middle;
-    if (!(norm(gap) <= closureTolerance * surface)) {
+    const CellGeometry geometry = cellGeometry(fv, cell, fv.cellFaces[cell]);
+    if (!(norm(geometry.gap) <= closureTolerance * geometry.surface)) {
         failOnOpenCell(cells, cell);
     }
-
-    double volume = 0.0;
-    Vec3 moment;  // about the middle
-    for (const int face : faces) {
-        // The centre of a pyramid lies at three quarters of the way from its tip to its base.
-        const Vec3 height = fv.faceCentre[static_cast<std::size_t>(face)] - middle;
-        const double pyramid = dot(outward(face), height) / 3.0;
-        volume += pyramid;
-        moment = moment + (0.75 * pyramid) * height;
+    const double flat = flatTolerance * geometry.surface * std::sqrt(geometry.surface);
+    if (!(geometry.volume > flat)) {
+        failOnVolume(cells, cell, geometry.volume < -flat ? geometry.volume : 0.0);
     }
-    if (!(volume > flatTolerance * surface * std::sqrt(surface))) {
-        const double flat = flatTolerance * surface * std::sqrt(surface);
-        failOnVolume(cells, cell, volume < -flat ? volume : 0.0);
-    }
-    fv.cellVolume[static_cast<std::size_t>(cell)] = volume;
-    fv.cellCentre[static_cast<std::size_t>(cell)] = middle + (1.0 / volume) * moment;
-}
-
-double weightOfNeighbour(const FvMesh& fv, std::size_t face) {
-    const Vec3 centre = fv.faceCentre[face];
-    const Vec3 toOwner = centre - fv.cellCentre[static_cast<std::size_t>(fv.owner[face])];
-    const Vec3 toNeighbour = centre - fv.cellCentre[static_cast<std::size_t>(fv.neighbour[face])];
-    // The length of the area vector cancels in the quotient.
-    const double owner = std::abs(dot(fv.faceArea[face], toOwner));
-    const double neighbour = std::abs(dot(fv.faceArea[face], toNeighbour));
-    const double sum = owner + neighbour;
-    return sum > 0.0 ? owner / sum : 0.5;
+    fv.cellVolume[static_cast<std::size_t>(cell)] = geometry.volume;
+    fv.cellCentre[static_cast<std::size_t>(cell)] = geometry.centre;
 }
 
 }  // namespace
@@ -219,7 +186,9 @@ FvMesh buildFvMesh(const CellMesh& cells) {
     }
     fv.lambda.resize(static_cast<std::size_t>(fv.innerFaces));
     for (std::size_t f = 0; f < fv.lambda.size(); ++f) {
-        fv.lambda[f] = weightOfNeighbour(fv, f);
+        fv.lambda[f] = weightOfNeighbour(fv.faceCentre[f], fv.faceArea[f],
+                                         fv.cellCentre[static_cast<std::size_t>(fv.owner[f])],
+                                         fv.cellCentre[static_cast<std::size_t>(fv.neighbour[f])]);
     }
     return fv;
 }

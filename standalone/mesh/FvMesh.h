@@ -6,9 +6,11 @@
 
 namespace weldline {
 
-// A closed finite-volume mesh. All numbering is 0-based. Faces are ordered inner faces first, then
-// boundary faces; inner faces by their lower cell, then by their upper cell, boundary faces by
-// their cell. Lengths are in the data set's own unit.
+// A closed finite-volume mesh, or the part of one that a rank holds. All numbering is 0-based.
+// Faces are ordered inner faces first, then boundary faces, then interface faces, behind which lies
+// a cell of another rank; inner faces by their lower cell, then by their upper cell, boundary faces
+// by their cell, interface faces by their cell, then by the number of the cell across. Lengths are
+// in the data set's own unit.
 struct FvMesh {
     std::vector<Vec3> points;
     Rows cellNodes;
@@ -16,6 +18,7 @@ struct FvMesh {
 
     Rows faceNodes;              // polygon of each face, oriented along its area vector
     int innerFaces = 0;          // faces 0 to innerFaces - 1 lie between two cells
+    int interfaceFaces = 0;      // the last faces; none before the parts of a mesh are joined
     std::vector<int> owner;      // per face: its cell; for inner faces the lower of the two
     std::vector<int> neighbour;  // per inner face: the upper of the two cells
     std::vector<Vec3> faceCentre;
@@ -28,7 +31,8 @@ struct FvMesh {
     int cellCount() const { return static_cast<int>(cellVolume.size()); }
     int pointCount() const { return static_cast<int>(points.size()); }
     int faceCount() const { return static_cast<int>(owner.size()); }
-    int boundaryFaces() const { return faceCount() - innerFaces; }
+    int boundaryFaces() const { return faceCount() - innerFaces - interfaceFaces; }
+    int firstInterfaceFace() const { return innerFaces + boundaryFaces(); }
 };
 
 // Builds the face table and the geometry of a cell mesh:

@@ -21,8 +21,13 @@ void failOnSharedFace(const CellMesh& mesh, int cellA, int cellB, int cellC) {
     failOnSameCell(mesh, cellA, cellB);
     failOnSameCell(mesh, cellA, cellC);
     failOnSameCell(mesh, cellB, cellC);
-    throw InputError(cellName(mesh, cellA) + ", " + cellName(mesh, cellB) + " and " +
-                     cellName(mesh, cellC) + " share one face; a face has at most two cells");
+    failOnThreeCells(cellName(mesh, cellA), cellName(mesh, cellB), cellName(mesh, cellC));
+}
+
+void failOnThreeCells(const std::string& cellA, const std::string& cellB,
+                      const std::string& cellC) {
+    throw InputError(cellA + ", " + cellB + " and " + cellC +
+                     " share one face; a face has at most two cells");
 }
 
 void failOnRepeatedFace(const CellMesh& mesh, int cell) {
@@ -50,7 +55,11 @@ void failOnOverlap(const CellMesh& mesh, int cellA, double volumeA, int cellB, d
     if (volumeB < 0.0) {
         failOnVolume(mesh, cellB, volumeB);
     }
-    throw InputError(cellName(mesh, cellA) + " and " + cellName(mesh, cellB) +
+    failOnSameSide(cellName(mesh, cellA), cellName(mesh, cellB));
+}
+
+void failOnSameSide(const std::string& cellA, const std::string& cellB) {
+    throw InputError(cellA + " and " + cellB +
                      " overlap: they lie on the same side of the face that they share");
 }
 

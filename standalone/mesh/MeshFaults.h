@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "CellSides.h"
 
 namespace weldline {
@@ -17,6 +19,11 @@ namespace weldline {
 // a cell is inside out.
 [[noreturn]] void failOnOverlap(const CellMesh& mesh, int cellA, double volumeA, int cellB,
                                 double volumeB);
+
+// The same faults where only the names of the cells are at hand, because they lie on several ranks.
+[[noreturn]] void failOnThreeCells(const std::string& cellA, const std::string& cellB,
+                                   const std::string& cellC);
+[[noreturn]] void failOnSameSide(const std::string& cellA, const std::string& cellB);
 
 [[noreturn]] void failOnForeignFace(const Patch& patch, int face);
 

@@ -7,9 +7,10 @@
 namespace weldline {
 
 // A number that depends on the set of nodes, not on their order. Different sets rarely share it.
-inline std::uint64_t nodeSetKey(std::span<const int> nodes) {
+template <class Node>
+std::uint64_t nodeSetKey(std::span<const Node> nodes) {
     std::uint64_t key = nodes.size();
-    for (const int node : nodes) {
+    for (const Node node : nodes) {
         // Finaliser of the SplitMix64 generator (Steele, Lea, Flood 2014).
         std::uint64_t bits = static_cast<std::uint64_t>(node) + 0x9e3779b97f4a7c15ULL;
         bits = (bits ^ (bits >> 30U)) * 0xbf58476d1ce4e5b9ULL;

@@ -18,6 +18,12 @@ struct MeshPart {
     std::vector<std::int64_t> nodeNumber;         // per point: the same
     std::vector<Patch> patches;                   // the same names in the same order on every rank
     std::vector<std::vector<double>> cellFields;  // carried along with the cells; one value a cell
+
+    // Number of a cell in the data set, for messages.
+    std::int64_t fileNumber(int cell) const {
+        const auto& numbers = mesh.fileNumbers.empty() ? cellNumber : mesh.fileNumbers;
+        return numbers[static_cast<std::size_t>(cell)];
+    }
 };
 
 }  // namespace weldline

@@ -1,94 +1,48 @@
 #include "PackMeshPart.h"
 
-#include <cstring>
-#include <type_traits>
+#include "comm/Packing.h"
 
 namespace weldline {
 
 namespace {
 
-// Lists one after the other, each behind its length.
-class Writer {
-  public:
-    template <class List>
-    void list(const List& values) {
-        using Value = typename List::value_type;
-        static_assert(std::is_trivially_copyable_v<Value>);
-        number(values.size());
-        append(values.data(), values.size() * sizeof(Value));
-    }
-    void number(std::size_t value) { append(&value, sizeof value); }
-    Bytes take() { return std::move(m_bytes); }
-
-  private:
-    void append(const void* data, std::size_t size) {
-        const auto* bytes = static_cast<const std::byte*>(data);
-        m_bytes.insert(m_bytes.end(), bytes, bytes + size);
-    }
-    Bytes m_bytes;
-};
-
-class Reader {
-  public:
-    explicit Reader(const Bytes& bytes) : m_bytes(bytes) {}
-    template <class List>
-    void list(List& values) {
-        values.resize(number());
-        copy(values.data(), values.size() * sizeof(typename List::value_type));
-    }
-    std::size_t number() {
-        std::size_t value = 0;
-        copy(&value, sizeof value);
-        return value;
-    }
-
-  private:
-    void copy(void* to, std::size_t size) {
-        if (size > 0) std::memcpy(to, m_bytes.data() + m_next, size);
-        m_next += size;
-    }
-    const Bytes& m_bytes;
-    std::size_t m_next = 0;
-};
-
-// What a part consists of, once for both directions.
-template <class Stream, class Part>
-void passPart(Stream& stream, Part& part) {
+// What a part consists of besides its patches and fields, once for both directions.
+template <class Part, class Action>
+void eachList(Part& part, Action action) {
     const auto rows = [&](auto& table) {
-        stream.list(table.offsets);
-        stream.list(table.entries);
+        action(table.offsets);
+        action(table.entries);
     };
-    stream.list(part.mesh.points);
-    stream.list(part.mesh.kinds);
+    action(part.mesh.points);
+    action(part.mesh.kinds);
     rows(part.mesh.cellNodes);
     rows(part.mesh.polygons);
     rows(part.mesh.cellPolygons);
-    stream.list(part.mesh.fileNumbers);
-    stream.list(part.cellNumber);
-    stream.list(part.nodeNumber);
+    action(part.mesh.fileNumbers);
+    action(part.cellNumber);
+    action(part.nodeNumber);
     for (auto& patch : part.patches) {
-        stream.list(patch.name);
+        action(patch.name);
         rows(patch.faces);
     }
-    for (auto& field : part.cellFields) stream.list(field);
+    for (auto& field : part.cellFields) action(field);
 }
 
 }  // namespace
 
 Bytes packMeshPart(const MeshPart& part) {
-    Writer writer;
-    writer.number(part.patches.size());
-    writer.number(part.cellFields.size());
-    passPart(writer, part);
-    return writer.take();
+    Packer packer;
+    packer.put(part.patches.size()).put(part.cellFields.size());
+    eachList(part, [&](const auto& list) { packer.put(list); });
+    return packer.take();
 }
 
 MeshPart unpackMeshPart(const Bytes& message) {
-    Reader reader(message);
+    Unpacker unpacker(message);
     MeshPart part;
-    part.patches.resize(reader.number());
-    part.cellFields.resize(reader.number());
-    passPart(reader, part);
+    part.patches.resize(unpacker.get<std::size_t>());
+    part.cellFields.resize(unpacker.get<std::size_t>());
+    eachList(part, [&](auto& list) { unpacker.get(list); });
     return part;
 }
 
