@@ -1,10 +1,14 @@
 #include "Analysis.h"
 
 #include <fstream>
+#include <limits>
 
+#include "CCommunication.h"
 #include "CKVR3D_WeldLine_Manipulator.h"
+#include "SharedAngles.h"
 #include "base/Errors.h"
-#include "comm/OneProcess.h"
+#include "comm/Agreement.h"
+#include "comm/CollectiveMaximum.h"
 
 namespace weldline {
 
@@ -19,9 +23,8 @@ void checkReadable(const std::string& controlFile) {
                          "' cannot be opened; give an existing, readable file");
 }
 
-void bind(CKVR3D_WeldLine_Manipulator& handle, HostModel& model, HostServices services) {
-    handle.setPartitionInterface(&services.partition);
-    handle.setKVRCom(&services.exchange, &services.collective);
+void bind(CKVR3D_WeldLine_Manipulator& handle, HostModel& model) {
+    handle.setPartitionInterface(&model.partitionFaces());
     handle.setCavityNodeConn(model.cellNodes());
     handle.setWallFace20(model.faceNodes(GroupKind::Wall));
     handle.setInletFace20(model.faceNodes(GroupKind::Inlet));
@@ -35,22 +38,46 @@ void bind(CKVR3D_WeldLine_Manipulator& handle, HostModel& model, HostServices se
     handle.setFlowData(&model.globalVariables(), &model.mesh());
 }
 
-}  // namespace
-
-std::vector<double> runWeldLine(HostModel& model, HostServices services) {
-    checkReadable(model.options().controlFile);
+std::vector<double> calculate(HostModel& model, CCommunication& exchange, CKVRCom& collective) {
     CKVR3D_WeldLine_Manipulator handle;
-    bind(handle, model, services);
+    handle.setKVRCom(&exchange, &collective);
+    bind(handle, model);
     handle.calWeldLine();
     const double* angles = handle.getMeetingAngle();
     return {angles + 1, angles + 1 + model.mesh().m_nNode};
 }
 
+// Angles of nodes that a cell state keeps free of weld lines; below every angle, so that they
+// prevail where ranks differ.
+constexpr double keptFree = -std::numeric_limits<double>::infinity();
+
+void markNodesKeptFree(HostModel& model, std::vector<double>& angles) {
+    const CKVR3DFiniteVolumeMesh& mesh = model.mesh();
+    const int* state = model.globalVariables().m_pCellState;
+    for (int c = 1; c <= mesh.m_nCV; ++c) {
+        if (state[c] < 1 && state[c] != -1) continue;
+        const int* row = mesh.m_ppCellNode[c];
+        for (int k = 1; k <= row[0]; ++k) angles[static_cast<std::size_t>(row[k]) - 1] = keptFree;
+    }
+}
+
+}  // namespace
+
 std::vector<double> runWeldLine(HostModel& model) {
-    NoInterfaceFaces partition;
-    NoExchange exchange;
-    OwnMaximum collective;
-    return runWeldLine(model, {partition, exchange, collective});
+    return runWeldLine(model, UncutMesh().part());
+}
+
+std::vector<double> runWeldLine(HostModel& model, const RankPart& part) {
+    Ranks& ranks = part.ranks;
+    together(ranks, [&] { checkReadable(model.options().controlFile); });
+    CollectiveMaximum collective(ranks);
+    std::vector<double> angles =
+        calculate(model, *ranks.haloExchange(part.interface.links), collective);
+    markNodesKeptFree(model, angles);
+    takeSmallestAngles(ranks, part.interface.sharedNodes, angles);
+    for (double& angle : angles)
+        if (angle == keptFree) angle = 180.0;
+    return angles;
 }
 
 }  // namespace weldline

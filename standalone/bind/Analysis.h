@@ -4,18 +4,7 @@
 
 #include "HostModel.h"
 
-class CCommunication;
-class CKVRCom;
-class CPartitionFace_DLL;
-
 namespace weldline {
-
-// The host objects that connect the processes of a run; borrowed for the length of a run.
-struct HostServices {
-    CPartitionFace_DLL& partition;
-    CCommunication& exchange;
-    CKVRCom& collective;
-};
 
 // Runs the library once on a model, with a handle of its own, so that no setting of an earlier run
 // stays: all setters in their documented order, the calculation, and the result. Answers the
@@ -23,10 +12,14 @@ struct HostServices {
 // head-on, by rounding slightly below 0 in exact head-on meetings.
 //
 // The library may print to standard output. Throws InputError when the control file cannot be
-// opened, and std::bad_alloc. With `services` the call is collective over all processes.
-std::vector<double> runWeldLine(HostModel& model, HostServices services);
-
-// The same in one process without interface faces.
+// opened, and std::bad_alloc.
 std::vector<double> runWeldLine(HostModel& model);
+
+// The same on all ranks of a run, for a model of this rank's part. Nodes that several ranks have
+// hold the smallest of their angles, and 180 where the cell state of any rank's cell keeps them
+// free of weld lines. Collective: a control file that some rank cannot open fails on all; a rank
+// that runs out of memory within the calculation leaves the others waiting, and the caller has to
+// end them.
+std::vector<double> runWeldLine(HostModel& model, const RankPart& part);
 
 }  // namespace weldline

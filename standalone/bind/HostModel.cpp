@@ -4,6 +4,7 @@
 #include <utility>
 
 #include "base/Errors.h"
+#include "comm/Agreement.h"
 
 namespace weldline {
 
@@ -11,8 +12,18 @@ namespace {
 
 constexpr int boundaryGroups = 4;
 
-int cellAcross(const FvMesh& mesh, int face, int cell) {
-    return mesh.owner[face] == cell ? mesh.neighbour[face] : mesh.owner[face];
+// What lies behind a face of a cell: a cell slot, or 0 behind a boundary face.
+int slotAcross(const FvMesh& mesh, const int* haloSlot, int face, int cell) {
+    const int firstInterface = mesh.firstInterfaceFace();
+    if (face < mesh.innerFaces)
+        return (mesh.owner[face] == cell ? mesh.neighbour[face] : mesh.owner[face]) + 1;
+    return face < firstInterface ? 0 : haloSlot[face - firstInterface + 1];
+}
+
+int typeOf(const FvMesh& mesh, const BoundaryGroups& groups, int face) {
+    if (face < mesh.innerFaces) return HostModel::innerFace;
+    if (face >= mesh.firstInterfaceFace()) return HostModel::interfaceFace;
+    return HostModel::boundaryFaceType[static_cast<int>(groups.kinds[face - mesh.innerFaces])];
 }
 
 void checkControlFile(const std::string& path) {
@@ -29,41 +40,32 @@ void checkSize(const char* what, std::size_t size, const FvMesh& mesh) {
                      " values, but the mesh has " + std::to_string(mesh.cellCount()) + " cells");
 }
 
-// Rows with all members of `rows`, moved to 1-based numbers.
-RowTable oneBased(const Rows& rows) {
-    std::vector<int> sizes(rows.count());
-    for (int i = 0; i < rows.count(); ++i) sizes[i] = static_cast<int>(rows[i].size());
-    RowTable table(sizes);
-    for (int i = 0; i < rows.count(); ++i) {
-        int* row = table.row(i + 1);
-        for (const int entry : rows[i]) *++row = entry + 1;
-    }
-    return table;
-}
-
-// Number of each face within its kind, from 1: inner faces, then each boundary group on its own.
+// Number of each face within its kind, from 1: inner faces, each boundary group on its own, and
+// interface faces.
 std::vector<int> numbersWithinKind(const FvMesh& mesh, const BoundaryGroups& groups) {
     std::vector<int> number(mesh.faceCount());
     std::iota(number.begin(), number.begin() + mesh.innerFaces, 1);
+    std::iota(number.begin() + mesh.firstInterfaceFace(), number.end(), 1);
     std::array<int, boundaryGroups> count{};
     for (int i = 0; i < mesh.boundaryFaces(); ++i)
         number[mesh.innerFaces + i] = ++count[static_cast<int>(groups.kinds[i])];
     return number;
 }
 
-}  // namespace
-
-RowTable::RowTable(const std::vector<int>& sizes) {
-    const auto members = std::accumulate(sizes.begin(), sizes.end(), std::size_t{0});
-    m_entries.assign(members + sizes.size(), 0);
-    m_rows.reserve(sizes.size() + 1);
-    int* next = m_entries.data();
-    for (const int size : sizes) {
-        m_rows.push_back(next);
-        *next = size;
-        next += size + 1;
-    }
+// A value per cell slot from a value per cell: boundary slots take their own cell's value, halo
+// slots that of the true cell. Collective.
+std::vector<float> overSlots(const FvMesh& mesh, const std::vector<float>& cells,
+                             const RankPart& part) {
+    std::vector<float> slots{0.0F};
+    slots.insert(slots.end(), cells.begin(), cells.end());
+    for (int i = 0; i < mesh.boundaryFaces(); ++i)
+        slots.push_back(cells[mesh.owner[mesh.innerFaces + i]]);
+    const std::vector<float> halo = haloValues(part.ranks, part.interface, cells);
+    slots.insert(slots.end(), halo.begin(), halo.end());
+    return slots;
 }
+
+}  // namespace
 
 void HostModel::Column3::resize(std::size_t slots) {
     for (std::vector<double>* column : {&x, &y, &z}) column->assign(slots, 0.0);
@@ -77,45 +79,58 @@ void HostModel::Column3::set(std::size_t slot, Vec3 v) {
 
 HostModel::HostModel(const FvMesh& mesh, const BoundaryGroups& groups,
                      const std::vector<float>& fillTime, HostOptions options)
-    : m_options(std::move(options)) {
+    : HostModel(mesh, groups, fillTime, std::move(options), UncutMesh(mesh.pointCount()).part()) {}
+
+HostModel::HostModel(const FvMesh& mesh, const BoundaryGroups& groups,
+                     const std::vector<float>& fillTime, HostOptions options, const RankPart& part)
+    : m_options(std::move(options)),
+      m_processNumber(part.ranks.rank()),
+      m_partitionFaces(mesh, part.interface) {
+    together(part.ranks, [&] { checkInput(mesh, fillTime); });
+    bindCells(mesh, part.interface);
+    bindNodes(mesh, part.nodeNumber);
+    bindInnerFaces(mesh);
+    bindGroups(mesh, groups);
+    bindGroupPointers();
+    bindCellRows(mesh, groups);
+    bindInterfaceNodes(mesh);
+    bindFlow(mesh, fillTime, part);
+}
+
+void HostModel::checkInput(const FvMesh& mesh, const std::vector<float>& fillTime) const {
     checkControlFile(m_options.controlFile);
     checkSize("the fill time", fillTime.size(), mesh);
     if (!m_options.biInjection.empty())
         checkSize("the bi-injection field", m_options.biInjection.size(), mesh);
     if (!m_options.cellState.empty()) checkSize("the cell state", m_options.cellState.size(), mesh);
-
-    bindCells(mesh);
-    bindNodes(mesh);
-    bindInnerFaces(mesh);
-    bindGroups(mesh, groups);
-    bindGroupPointers();
-    bindCellRows(mesh, groups);
-    bindFlow(mesh, fillTime);
 }
 
-void HostModel::bindCells(const FvMesh& mesh) {
+void HostModel::bindCells(const FvMesh& mesh, const MeshInterface& interface) {
     const int cells = mesh.cellCount();
+    const int firstHaloSlot = cells + mesh.boundaryFaces() + 1;
     m_mesh.m_nCV = cells;
-    m_mesh.m_nCV_Total = cells + mesh.boundaryFaces();
+    m_mesh.m_nCV_Total = firstHaloSlot - 1 + static_cast<int>(interface.halo.size());
     const auto slots = static_cast<std::size_t>(m_mesh.m_nCV_Total) + 1;
     m_centre.resize(slots);
     m_volume.assign(slots, 0.0);
-    for (int c = 0; c < cells; ++c) {
-        m_centre.set(c + 1, mesh.cellCentre[c]);
-        m_volume[c + 1] = mesh.cellVolume[c];
-    }
+    const auto set = [&](std::size_t slot, Vec3 centre, double volume) {
+        m_centre.set(slot, centre);
+        m_volume[slot] = volume;
+    };
+    for (int c = 0; c < cells; ++c) set(c + 1, mesh.cellCentre[c], mesh.cellVolume[c]);
     for (int i = 0; i < mesh.boundaryFaces(); ++i) {
         const int face = mesh.innerFaces + i;
-        m_centre.set(cells + 1 + i, mesh.faceCentre[face]);
-        m_volume[cells + 1 + i] = mesh.cellVolume[mesh.owner[face]];
+        set(cells + 1 + i, mesh.faceCentre[face], mesh.cellVolume[mesh.owner[face]]);
     }
+    for (std::size_t h = 0; h < interface.halo.size(); ++h)
+        set(firstHaloSlot + h, interface.halo[h].centre, interface.halo[h].volume);
     m_mesh.m_pXc = m_centre.x.data();
     m_mesh.m_pYc = m_centre.y.data();
     m_mesh.m_pZc = m_centre.z.data();
     m_mesh.m_pVolume = m_volume.data();
 }
 
-void HostModel::bindNodes(const FvMesh& mesh) {
+void HostModel::bindNodes(const FvMesh& mesh, const std::vector<std::int64_t>& nodeNumber) {
     const int nodes = mesh.pointCount();
     m_mesh.m_nNode = nodes;
     m_node.resize(static_cast<std::size_t>(nodes) + 1);
@@ -123,8 +138,9 @@ void HostModel::bindNodes(const FvMesh& mesh) {
     m_mesh.m_pNodeX = m_node.x.data();
     m_mesh.m_pNodeY = m_node.y.data();
     m_mesh.m_pNodeZ = m_node.z.data();
-    m_globalNode.resize(static_cast<std::size_t>(nodes) + 1);
-    std::iota(m_globalNode.begin(), m_globalNode.end(), 0);
+    m_globalNode.assign(static_cast<std::size_t>(nodes) + 1, 0);
+    // The host's list is of 32-bit numbers; nothing reads it, so that larger ones may wrap.
+    for (int n = 0; n < nodes; ++n) m_globalNode[n + 1] = static_cast<int>(nodeNumber[n] + 1);
 }
 
 void HostModel::bindInnerFaces(const FvMesh& mesh) {
@@ -220,11 +236,13 @@ void HostModel::bindGroupPointers() {
 void HostModel::bindCellRows(const FvMesh& mesh, const BoundaryGroups& groups) {
     const std::vector<int> number = numbersWithinKind(mesh, groups);
     const int cells = mesh.cellCount();
+    const int* haloSlot = m_partitionFaces.ijPar();
     std::vector<int> faces(cells);
     std::vector<int> neighbours(cells, 0);
     for (int c = 0; c < cells; ++c) {
         faces[c] = static_cast<int>(mesh.cellFaces[c].size());
-        for (const int face : mesh.cellFaces[c]) neighbours[c] += face < mesh.innerFaces ? 1 : 0;
+        for (const int face : mesh.cellFaces[c])
+            neighbours[c] += slotAcross(mesh, haloSlot, face, c) > 0 ? 1 : 0;
     }
     m_cellNode = oneBased(mesh.cellNodes);
     m_cellFace = RowTable(faces);
@@ -235,35 +253,31 @@ void HostModel::bindCellRows(const FvMesh& mesh, const BoundaryGroups& groups) {
         int* typeRow = m_cellFaceType.row(c + 1);
         int* neighbourRow = m_cellNeighbour.row(c + 1);
         for (const int face : mesh.cellFaces[c]) {
-            const bool inner = face < mesh.innerFaces;
+            const int across = slotAcross(mesh, haloSlot, face, c);
             *++faceRow = number[face];
-            *++typeRow =
-                inner ? innerFace
-                      : boundaryFaceType[static_cast<int>(groups.kinds[face - mesh.innerFaces])];
-            if (inner) *++neighbourRow = cellAcross(mesh, face, c) + 1;
+            *++typeRow = typeOf(mesh, groups, face);
+            if (across > 0) *++neighbourRow = across;
         }
     }
     m_mesh.m_ppCellNode = m_cellNode.data();
     m_mesh.m_ppCellFace = m_cellFace.data();
     m_mesh.m_ppCellFaceType = m_cellFaceType.data();
     m_mesh.m_ppCellNeighbour = m_cellNeighbour.data();
+}
+
+void HostModel::bindInterfaceNodes(const FvMesh& mesh) {
+    m_parFaceNode = oneBased(mesh.faceNodes, mesh.firstInterfaceFace());
     m_mesh.m_ppParFaceNode = m_parFaceNode.data();
 }
 
-// A value per cell slot from a value per cell: boundary slots take their own cell's value.
-std::vector<float> HostModel::overSlots(const FvMesh& mesh, const std::vector<float>& cells) const {
-    std::vector<float> slots(static_cast<std::size_t>(m_mesh.m_nCV_Total) + 1, 0.0F);
-    std::copy(cells.begin(), cells.end(), slots.begin() + 1);
-    for (int i = 0; i < mesh.boundaryFaces(); ++i)
-        slots[mesh.cellCount() + 1 + i] = cells[mesh.owner[mesh.innerFaces + i]];
-    return slots;
-}
-
-void HostModel::bindFlow(const FvMesh& mesh, const std::vector<float>& fillTime) {
+void HostModel::bindFlow(const FvMesh& mesh, const std::vector<float>& fillTime,
+                         const RankPart& part) {
     constexpr int biInjectionMode = 11;
-    m_flowVariable = overSlots(mesh, fillTime);
-    if (!m_options.biInjection.empty()) {
-        m_biInjection = overSlots(mesh, m_options.biInjection);
+    m_flowVariable = overSlots(mesh, fillTime, part);
+    // A rank without cells has no values of a second injection either, but takes part in fetching
+    // those of the others.
+    if (part.ranks.maximum(std::int64_t{!m_options.biInjection.empty()}) > 0) {
+        m_biInjection = overSlots(mesh, m_options.biInjection, part);
         m_analysisMode = biInjectionMode;
     }
     m_cellState.assign(static_cast<std::size_t>(m_mesh.m_nCV_Total) + 1, 0);
@@ -273,7 +287,7 @@ void HostModel::bindFlow(const FvMesh& mesh, const std::vector<float>& fillTime)
     m_gv.m_pCellState = m_cellState.data();
     m_gv.m_pControlFilePath = m_options.controlFile.c_str();
     m_gv.m_pMeshFilePath = m_options.meshFile.c_str();
-    m_gv.m_pProcessNumber = &m_options.processNumber;
+    m_gv.m_pProcessNumber = &m_processNumber;
     m_gv.m_pAnalysisMode = &m_analysisMode;
     m_gv.m_pGradSetSwitch = &m_options.gradientSetSwitch;
 }

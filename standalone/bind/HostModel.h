@@ -6,6 +6,9 @@
 
 #include "CKVR3DFiniteVolumeMesh.h"
 #include "CKvr3dGV.h"
+#include "PartitionFaces.h"
+#include "RankPart.h"
+#include "RowTable.h"
 #include "mesh/BoundaryGroups.h"
 #include "mesh/FvMesh.h"
 
@@ -15,7 +18,6 @@ namespace weldline {
 struct HostOptions {
     std::string controlFile;         // the file's name must contain a "."
     std::string meshFile;            // named to the library, never opened
-    int processNumber = 0;           // 0 on the master process
     int meshFileType = 0;            // 2 selects other default boundary angles in methods 1 and 2
     double gradientSetSwitch = 1.0;  // 1: method 4 compares the second gradient set, where there
                                      // is one; any other value: the first
@@ -25,36 +27,23 @@ struct HostOptions {
                                      // weld lines; empty: 0 everywhere
 };
 
-// One row table of the host contract in two flat arrays: pointer i (1-based, pointer 0 is null)
-// leads to a row whose element 0 is the count and elements 1 to count the members.
-class RowTable {
-  public:
-    RowTable() = default;
-    // Sizes of the rows 0, 1, ... (0-based); all counts are set, all members 0.
-    explicit RowTable(const std::vector<int>& sizes);
-
-    int* row(int number) { return m_rows[number]; }  // 1-based
-    int** data() { return m_rows.data(); }
-
-  private:
-    std::vector<int> m_entries;
-    std::vector<int*> m_rows = std::vector<int*>(1, nullptr);
-};
-
-// Everything that the library borrows for a run in one process, built from a finite-volume mesh
-// and a fill time per cell. The model owns the host objects and all arrays behind them, so it must
+// Everything that the library borrows for a run on this rank, built from a finite-volume mesh and a
+// fill time per cell. The model owns the host objects and all arrays behind them, so it must
 // outlive every handle of the library that it was given to.
 //
 // Numbering is 1-based: cell, node and inner face number = 0-based index + 1. Cell slots: the own
 // cells, then one boundary-value slot per boundary face, in the order of the boundary faces of
-// `mesh` (whatever their group). A boundary slot holds the fill time and the volume of its own
-// cell; its centre is the face centre. Faces are numbered within their kind: inner faces in the
-// order of `mesh`, wall, inlet, outlet and symmetry faces each from 1 in the order of the boundary
-// faces. Lengths, areas and times stay in the units of the input.
+// `mesh` (whatever their group), then one halo slot per cell across an interface face. A boundary
+// slot holds the fill time and the volume of its own cell; its centre is the face centre. A halo
+// slot holds centre, volume and fill time of the true cell. Faces are numbered within their kind:
+// inner faces in the order of `mesh`, wall, inlet, outlet and symmetry faces each from 1 in the
+// order of the boundary faces, interface faces in theirs. The neighbours of a cell are its own
+// ones, then halo slots. Lengths, areas and times stay in the units of the input.
 class HostModel {
   public:
     // Face types in m_ppCellFaceType.
     static constexpr int innerFace = 0;
+    static constexpr int interfaceFace = 101;
     static constexpr std::array<int, 4> boundaryFaceType{1, 2, 3, 4};  // by GroupKind
 
     // `fillTime` has one value per cell, exactly 0 where the melt did not come. Throws UsageError
@@ -62,11 +51,17 @@ class HostModel {
     // InputError when a per-cell array has another size than the mesh has cells.
     HostModel(const FvMesh& mesh, const BoundaryGroups& groups, const std::vector<float>& fillTime,
               HostOptions options);
+
+    // The same on each rank of a run, whose parts joinParts has joined; fill time, bi-injection and
+    // cell state have one value per own cell. Collective; a failure is thrown on all ranks.
+    HostModel(const FvMesh& mesh, const BoundaryGroups& groups, const std::vector<float>& fillTime,
+              HostOptions options, const RankPart& part);
     HostModel(const HostModel&) = delete;
     HostModel& operator=(const HostModel&) = delete;
 
     CKvr3dGV& globalVariables() { return m_gv; }
     CKVR3DFiniteVolumeMesh& mesh() { return m_mesh; }
+    CPartitionFace_DLL& partitionFaces() { return m_partitionFaces; }
     const HostOptions& options() const { return m_options; }
 
     // Lists for the setters of the library that keep lists for the host.
@@ -87,17 +82,20 @@ class HostModel {
         std::vector<int> cell, slot;
     };
 
-    void bindCells(const FvMesh& mesh);
-    void bindNodes(const FvMesh& mesh);
+    void checkInput(const FvMesh& mesh, const std::vector<float>& fillTime) const;
+    void bindCells(const FvMesh& mesh, const MeshInterface& interface);
+    void bindNodes(const FvMesh& mesh, const std::vector<std::int64_t>& nodeNumber);
     void bindInnerFaces(const FvMesh& mesh);
     void bindGroups(const FvMesh& mesh, const BoundaryGroups& groups);
     void bindGroupPointers();
     void bindCellRows(const FvMesh& mesh, const BoundaryGroups& groups);
-    void bindFlow(const FvMesh& mesh, const std::vector<float>& fillTime);
-    std::vector<float> overSlots(const FvMesh& mesh, const std::vector<float>& cells) const;
+    void bindInterfaceNodes(const FvMesh& mesh);
+    void bindFlow(const FvMesh& mesh, const std::vector<float>& fillTime, const RankPart& part);
 
     HostOptions m_options;
+    int m_processNumber;
     int m_analysisMode = 0;
+    PartitionFaces m_partitionFaces;
     CKVR3DFiniteVolumeMesh m_mesh;
     CKvr3dGV m_gv;
 

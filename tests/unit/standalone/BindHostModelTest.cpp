@@ -153,13 +153,12 @@ TEST_F(TwoCubes, options_reach_the_solver_object) {
     HostOptions o = options();
     o.cellState = {0, -1};
     o.gradientSetSwitch = 0.0;
-    o.processNumber = 3;
     o.meshFile = "part.q7f";
     HostModel other(fv, groups, {1.0F, 0.0F}, o);
     CKvr3dGV& solver = other.globalVariables();
     EXPECT_EQ(slots(solver.m_pCellState, 3), (std::vector<int>{0, -1, 0}));
     EXPECT_EQ(*solver.m_pGradSetSwitch, 0.0);
-    EXPECT_EQ(*solver.m_pProcessNumber, 3);
+    EXPECT_EQ(*solver.m_pProcessNumber, 0);
     EXPECT_STREQ(solver.m_pMeshFilePath, "part.q7f");
 }
 
