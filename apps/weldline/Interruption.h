@@ -8,6 +8,10 @@ namespace weldline {
 // that grows beyond its limit likewise.
 void handleInterruptions();
 
+// From now on such an end says nothing: of several ranks one may have failed, with a message of its
+// own, and the launcher then ends the others.
+void endInSilence();
+
 // Removes all temporaries before the process ends at once. Async-signal-safe.
 void leaveNothing() noexcept;
 

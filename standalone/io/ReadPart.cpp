@@ -62,7 +62,7 @@ std::optional<double> timeOfAll(Ranks& ranks, const std::string& file, const Ope
         const std::vector<double> more = fromBytes<double>(message);
         times.insert(times.end(), more.begin(), more.end());
     }
-    return commonTime(file, times, request);
+    return together(ranks, [&] { return commonTime(file, times, request); });
 }
 
 void checkBlocks(Ranks& ranks, const std::string& file, const OpenedDataSet& opened) {
@@ -77,18 +77,20 @@ void checkBlocks(Ranks& ranks, const std::string& file, const OpenedDataSet& ope
     for (const Block& block : opened.surfaces) {
         cells += block.grid->GetNumberOfCells();
     }
-    if (ranks.sum(volumeCells) == 0) {
-        const bool onlySurfaces = ranks.sum(cells) > 0;
-        failOnInput(file, onlySurfaces ? "the data set holds only surfaces or lines; a mesh of "
-                                         "volume cells is needed"
-                                       : "the data set holds no cells; a mesh of volume cells is "
-                                         "needed");
-    }
-    constexpr std::int64_t most = std::numeric_limits<int>::max();
-    if (ranks.maximum(std::max(cells, points)) > most) {
-        failOnInput(file, "the mesh is larger than 32-bit cell and point numbers allow" +
-                              std::string(ranks.size() > 1 ? " in one process" : ""));
-    }
+    volumeCells = ranks.sum(volumeCells);
+    const std::int64_t allCells = ranks.sum(cells);
+    agreeOnFailure(ranks, [&] {
+        if (volumeCells == 0) {
+            failOnInput(file, allCells > 0 ? "the data set holds only surfaces or lines; a mesh of "
+                                             "volume cells is needed"
+                                           : "the data set holds no cells; a mesh of volume cells "
+                                             "is needed");
+        }
+        if (std::max(cells, points) > std::numeric_limits<int>::max()) {
+            failOnInput(file, "the mesh is larger than 32-bit cell and point numbers allow" +
+                                  std::string(ranks.size() > 1 ? " in one process" : ""));
+        }
+    });
 }
 
 std::vector<vtkDataSet*> gridsOf(const std::vector<Block>& blocks) {
@@ -103,14 +105,16 @@ std::vector<vtkDataSet*> gridsOf(const std::vector<Block>& blocks) {
 std::vector<std::string> findFields(Ranks& ranks, const std::string& file,
                                     const OpenedDataSet& opened, const ReadOptions& options) {
     const GridArrays arrays = arraysOfAll(ranks, arraysOf(gridsOf(opened.volumes)));
-    std::vector<std::string> fields{findField(file, arrays, options)};
-    for (const std::string& name : options.cellArrays) {
-        ReadOptions further;
-        further.field = name;
-        further.fieldGiven = true;
-        fields.push_back(findField(file, arrays, further));
-    }
-    return fields;
+    return together(ranks, [&] {
+        std::vector<std::string> fields{findField(file, arrays, options)};
+        for (const std::string& name : options.cellArrays) {
+            ReadOptions further;
+            further.field = name;
+            further.fieldGiven = true;
+            fields.push_back(findField(file, arrays, further));
+        }
+        return fields;
+    });
 }
 
 // Per block the numbers of its points in the mesh.
