@@ -88,8 +88,8 @@ void leaveNothing() noexcept {
     endProgressLine();
 }
 
-void endInSilence() {
-    isSilent = 1;
+void endInSilence(bool silent) {
+    isSilent = silent ? 1 : 0;
 }
 
 void handleInterruptions() {

@@ -74,9 +74,10 @@ int main(int argc, char** argv) {
         handleInterruptions();
         handleReadFaults();
         handleExhaustion({});
+        endInSilence(LaunchedRanks::hasLauncher());
         LaunchedRanks launched(argc, argv);
-        if (launched.hasLauncher()) doWithoutStyle();
-        if (launched.get().size() > 1) endInSilence();
+        endInSilence(launched.get().size() > 1);
+        if (LaunchedRanks::hasLauncher()) doWithoutStyle();
         return runProgram(launched.get(), argc, argv);
     } catch (const std::exception& error) {
         writeMessage({error.what()});

@@ -17,17 +17,17 @@ namespace {
 constexpr std::array launcherVariables{"OMPI_COMM_WORLD_SIZE", "PMIX_RANK", "PMI_SIZE", "PMI_RANK",
                                        "MPI_LOCALNRANKS"};
 
-bool isLaunched() {
-    return std::any_of(launcherVariables.begin(), launcherVariables.end(),
-                       [](const char* name) { return std::getenv(name) != nullptr; });
-}
-
 MpiSession* running = nullptr;
 
 }  // namespace
 
+bool LaunchedRanks::hasLauncher() {
+    return std::any_of(launcherVariables.begin(), launcherVariables.end(),
+                       [](const char* name) { return std::getenv(name) != nullptr; });
+}
+
 LaunchedRanks::LaunchedRanks(int& argc, char**& argv) {
-    if (isLaunched()) {
+    if (hasLauncher()) {
         m_session = std::make_unique<MpiSession>(argc, argv);
         running = m_session.get();
         m_ranks = m_session->world();

@@ -18,7 +18,9 @@ class LaunchedRanks {
     LaunchedRanks& operator=(const LaunchedRanks&) = delete;
 
     Ranks& get() { return *m_ranks; }
-    bool hasLauncher() const { return m_session != nullptr; }
+
+    // Whether a launcher started this process.
+    static bool hasLauncher();
 
   private:
     std::unique_ptr<MpiSession> m_session;  // null without a launcher
