@@ -2,7 +2,6 @@
 
 #include <filesystem>
 #include <memory>
-#include <string_view>
 
 #include "Console.h"
 #include "Outputs.h"
@@ -13,18 +12,24 @@
 #include "SummaryJson.h"
 #include "Tables.h"
 #include "TemporaryFolder.h"
+#include "WriteOutputs.h"
 #include "base/AtomicFile.h"
 #include "base/Errors.h"
 #include "base/ReadFile.h"
-#include "base/SignalsHeld.h"
 #include "bind/Analysis.h"
 #include "bind/HostModel.h"
-#include "io/WriteResult.h"
+#include "comm/Agreement.h"
 #include "results/FlowDirection.h"
 
 namespace weldline {
 
 namespace {
+
+std::unique_ptr<TemporaryFolder> makeFolder(const std::string& controlText) {
+    auto folder = std::make_unique<TemporaryFolder>();
+    writeWholeFile(folder->controlFile(), controlText);
+    return folder;
+}
 
 HostOptions hostOptions(const AnalyzeOptions& options, const TemporaryFolder& folder,
                         const RunInput& input, const RunFillTime& fill) {
@@ -39,7 +44,7 @@ HostOptions hostOptions(const AnalyzeOptions& options, const TemporaryFolder& fo
 }
 
 Summary startSummary(const AnalyzeOptions& options, const RunControl& control,
-                     const Outputs& outputs, const DataSet& data) {
+                     const Outputs& outputs, const DataPart& data) {
     Summary summary;
     summary.input = options.input;
     summary.field = data.fieldName;
@@ -56,20 +61,25 @@ Summary startSummary(const AnalyzeOptions& options, const RunControl& control,
     return summary;
 }
 
-ResultFields resultFields(const RunInput& input, const FvMesh& mesh, const RunFillTime& fill,
-                          const std::vector<double>& angles, const WeldLines& lines) {
-    const auto& raw = input.data.fillTime;
+// The cells of other ranks across the interface faces. Collective.
+CellsAcross cellsAcross(const RankPart& part, const std::vector<float>& fillTime) {
+    const std::vector<float> halo = haloValues(part.ranks, part.interface, fillTime);
+    CellsAcross across;
+    across.lambda = part.interface.lambda;
+    for (const int cell : part.interface.haloOfFace)
+        across.fillTime.push_back(halo[static_cast<std::size_t>(cell)]);
+    return across;
+}
+
+ResultFields resultFields(const RunInput& input, const std::vector<double>& angles,
+                          const WeldLines& lines, std::vector<Vec3> directions) {
+    const std::vector<double>& raw = input.fillTime();
     return {angles, lines.nodeLine, std::vector<float>(raw.begin(), raw.end()),
-            flowDirections(mesh, fill.merged)};
+            std::move(directions)};
 }
 
 void append(std::vector<std::string>& list, const std::vector<std::string>& more) {
     list.insert(list.end(), more.begin(), more.end());
-}
-
-[[noreturn]] void failOnTemporary(const std::string& file, const std::string& what) {
-    throw RunError(file + ": " + what +
-                   "; let the environment variable TMPDIR name a folder with free space");
 }
 
 void checkControlText(const std::string& file, const std::string& text) {
@@ -80,44 +90,17 @@ void checkControlText(const std::string& file, const std::string& text) {
 
 // The library goes on with its own settings when it cannot read these, and says so nowhere but on
 // standard output.
-std::vector<double> calculate(HostModel& model, const RunControl& control,
+std::vector<double> calculate(const RankPart& part, HostModel& model, const RunControl& control,
                               const TemporaryFolder& folder, const StandardOutputAside& aside) {
-    checkControlText(folder.controlFile(), control.text);
-    std::vector<double> angles = runWeldLine(model);
-    checkControlText(folder.controlFile(), control.text);
-    if (aside.text().find("Fail to open") != std::string::npos)
-        failOnTemporary(folder.controlFile(), "the library could not read the settings of the run");
+    agreeOnFailure(part.ranks, [&] { checkControlText(folder.controlFile(), control.text); });
+    std::vector<double> angles = runWeldLine(model, part);
+    agreeOnFailure(part.ranks, [&] {
+        checkControlText(folder.controlFile(), control.text);
+        if (aside.text().find("Fail to open") != std::string::npos)
+            failOnTemporary(folder.controlFile(),
+                            "the library could not read the settings of the run");
+    });
     return angles;
-}
-
-// The library says nothing about a trace that it could not write; a whole one ends with the line
-// of the last thing it does.
-std::string wholeTrace(const std::string& file) {
-    constexpr std::string_view end = "calWeldLine: ~CKVR3DWeldLine...Done!!\n";
-    std::string trace;
-    if (!readWholeFile(file, trace) || !trace.ends_with(end))
-        failOnTemporary(file, "the trace of the calculation could not be written");
-    return trace;
-}
-
-// All files are complete on the disk before the first takes its place, so that a full disk leaves
-// nothing of this run. Signals wait until the last has its place.
-void writeOutputs(const Summary& summary, const RunControl& control, const TemporaryFolder& folder,
-                  const CellMesh& mesh, const ResultFields& fields) {
-    const Outputs& outputs = summary.outputs;
-    std::vector<std::unique_ptr<AtomicFile>> files;
-    const auto prepare = [&](const std::string& file, const std::string& bytes) {
-        if (file.empty()) return;
-        files.push_back(std::make_unique<AtomicFile>(file));
-        files.back()->write(bytes);
-    };
-    if (!outputs.result.empty()) prepare(outputs.result, resultBytes(outputs.result, mesh, fields));
-    prepare(outputs.control, control.text);
-    if (!outputs.trace.empty()) prepare(outputs.trace, wholeTrace(folder.traceFile()));
-    if (outputs.json != "-" && !outputs.json.empty()) prepare(outputs.json, summaryJson(summary));
-    for (const auto& file : files) file->finish();
-    const SignalsHeld held;
-    for (const auto& file : files) file->commit();
 }
 
 void report(const Summary& summary) {
@@ -137,66 +120,80 @@ auto namingFile(const std::string& file, Step step) {
     }
 }
 
-Summary run(const AnalyzeOptions& options, Progress& progress) {
+Summary run(Ranks& ranks, const AnalyzeOptions& options, Progress& progress) {
     // Refuse what cannot end well before the long work starts. The library reads its control text
-    // from, and writes its trace to, a private folder, so that nothing half done is ever seen.
-    const RunControl control = prepareControl(options);
-    const Outputs outputs = planOutputs(options, control);
-    const TemporaryFolder folder;
-    writeWholeFile(folder.controlFile(), control.text);
-    const StandardOutputAside aside;
+    // from, and writes its trace to, a private folder of each rank, so that nothing half done is
+    // ever seen and ranks may run on several machines.
+    const RunControl control = prepareControl(ranks, options);
+    const Outputs outputs = planOutputs(ranks, options, control);
+    const auto folder = together(ranks, [&] { return makeFolder(control.text); });
+    const auto aside =
+        together(ranks, [&] { return std::make_unique<StandardOutputAside>(ranks.rank() == 0); });
 
     // 1. Read.
     progress.step("reading " + std::filesystem::path(options.input).filename().string());
-    const RunInput input = readRunInput(options);
+    RunInput input = readRunInput(ranks, options);
+    MeshPart& own = input.data.part;
     Summary summary = startSummary(options, control, outputs, input.data);
+    summary.ranks = ranks.size();
     append(summary.remarks, input.data.remarks);
 
     // 2. Mesh.
-    progress.step("building the mesh of " + std::to_string(input.data.mesh.cellCount()) + " cells");
-    const FvMesh mesh = namingFile(options.input, [&] { return buildFvMesh(input.data.mesh); });
+    progress.step("building the mesh of " + std::to_string(input.data.cells) + " cells");
+    FvMesh mesh = namingFile(
+        options.input, [&] { return together(ranks, [&] { return buildFvMesh(own.mesh); }); });
+    const MeshInterface interface =
+        namingFile(options.input, [&] { return joinParts(ranks, own, mesh); });
+    const RankPart part{ranks, interface, own.nodeNumber};
 
     // 3. Groups.
     progress.step("assigning the boundary");
-    const BoundaryGroups groups = namingFile(options.input, [&] {
-        return groupBoundaryFaces(mesh, input.data.patches, options.patterns);
+    BoundaryGroups groups = namingFile(options.input, [&] {
+        return together(ranks,
+                        [&] { return groupBoundaryFaces(mesh, own.patches, options.patterns); });
     });
-    describeMesh(summary, input.data.mesh, mesh, groups);
+    addUpPatches(ranks, own.patches.size(), groups);
+    describeMesh(summary, ranks, input.data, mesh, groups);
     append(summary.remarks, groupRemarks(groups, options.patterns));
 
     // 4. Bind.
     progress.step("binding mesh and fill time");
-    const RunFillTime fill = prepareRunFillTime(input, mesh, groups, options.zeroTime);
+    const RunFillTime fill =
+        prepareRunFillTime(part, options.input, input, mesh, groups, options.zeroTime);
     summary.fill = fill.counts;
     append(summary.remarks, fillRemarks(fill.counts));
-    append(summary.remarks,
-           flatRemarks(countFlatCells(mesh, fill.merged), fill.counts, control.settings));
-    HostModel model(mesh, groups, fill.first, hostOptions(options, folder, input, fill));
+    const CellsAcross across = cellsAcross(part, fill.merged);
+    append(summary.remarks, flatRemarks(ranks.sum(countFlatCells(mesh, fill.merged, across)),
+                                        fill.counts, control.settings));
+    HostModel model(mesh, groups, fill.first, hostOptions(options, *folder, input, fill), part);
 
     // 5. Calculate.
-    progress.step("calculating the meeting angles of " + std::to_string(mesh.pointCount()) +
+    progress.step("calculating the meeting angles of " + std::to_string(input.data.nodes) +
                   " nodes");
-    const std::vector<double> angles = calculate(model, control, folder, aside);
+    const std::vector<double> angles = calculate(part, model, control, *folder, *aside);
 
     // 6. Results.
     progress.step("collecting the weld lines");
-    summary.weldLines = findWeldLines(mesh, angles, fill.merged, options.maxAngle);
+    summary.weldLines = findWeldLines(part, mesh, angles, fill.merged, options.maxAngle);
     append(summary.remarks, resultRemarks(summary.weldLines));
 
     // 7. Write.
     progress.step("writing");
-    writeOutputs(summary, control, folder, input.data.mesh,
-                 resultFields(input, mesh, fill, angles, summary.weldLines));
+    ResultFields fields =
+        resultFields(input, angles, summary.weldLines, flowDirections(mesh, fill.merged, across));
+    writeOutputs(ranks, summary, control, *folder, std::move(own), std::move(fields));
     return summary;
 }
 
 }  // namespace
 
-void analyze(const AnalyzeOptions& options) {
-    Progress progress(7);
-    const Summary summary = run(options, progress);
+void analyze(Ranks& ranks, const AnalyzeOptions& options) {
+    Progress progress(7, ranks.rank() == 0);
+    const Summary summary = run(ranks, options, progress);
     progress.finish();
-    report(summary);  // 8. Report.
+    agreeOnFailure(ranks, [&] {
+        if (ranks.rank() == 0) report(summary);  // 8. Report.
+    });
 }
 
 }  // namespace weldline

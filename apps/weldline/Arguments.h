@@ -13,7 +13,7 @@ namespace weldline {
 
 struct AnalyzeOptions {
     std::string input;
-    std::string output;  // .vtu; empty: none
+    std::string output;  // .vtu or .pvtu; empty: none
     std::string json;    // file, "-" for standard output; empty: none
     std::string field;   // empty: the usual names
     std::string time = "latest";

@@ -19,6 +19,8 @@ namespace weldline {
 
 namespace {
 
+bool mayStyle = true;
+
 [[noreturn]] void failAside(int systemError) {
     throw RunError("standard output: what the library prints cannot be kept apart from it (" +
                    std::generic_category().message(systemError) +
@@ -71,14 +73,19 @@ void writeMessage(std::initializer_list<std::string_view> parts) {
     [[maybe_unused]] const auto written = ::write(STDERR_FILENO, line.data(), size + 1);
 }
 
+void doWithoutStyle() {
+    mayStyle = false;
+}
+
 bool standardOutputTakesStyle() {
     const char* noColor = std::getenv("NO_COLOR");
     const char* kind = std::getenv("TERM");
-    return ::isatty(STDOUT_FILENO) == 1 && (noColor == nullptr || *noColor == '\0') &&
+    return mayStyle && ::isatty(STDOUT_FILENO) == 1 && (noColor == nullptr || *noColor == '\0') &&
            kind != nullptr && std::string_view(kind) != "dumb";
 }
 
-StandardOutputAside::StandardOutputAside() : m_exceptions(std::uncaught_exceptions()) {
+StandardOutputAside::StandardOutputAside(bool isTold)
+    : m_isTold(isTold), m_exceptions(std::uncaught_exceptions()) {
     std::fflush(stdout);
     m_output = ::fcntl(STDOUT_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
     m_aside = m_output < 0 ? -1 : ::memfd_create("standard output", MFD_CLOEXEC);
@@ -92,10 +99,10 @@ StandardOutputAside::StandardOutputAside() : m_exceptions(std::uncaught_exceptio
 StandardOutputAside::~StandardOutputAside() {
     std::fflush(stdout);
     putUnder(m_output, STDOUT_FILENO);
-    const bool failed = std::uncaught_exceptions() > m_exceptions;
+    const bool isSilent = !m_isTold || std::uncaught_exceptions() > m_exceptions;
     std::array<char, 4096> part{};
     ::lseek(m_aside, 0, SEEK_SET);
-    for (ssize_t count = 0; !failed && (count = ::read(m_aside, part.data(), part.size())) > 0;)
+    for (ssize_t count = 0; !isSilent && (count = ::read(m_aside, part.data(), part.size())) > 0;)
         [[maybe_unused]] const auto written =
             ::write(STDERR_FILENO, part.data(), static_cast<std::size_t>(count));
     close();

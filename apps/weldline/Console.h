@@ -22,11 +22,15 @@ void writeMessage(std::initializer_list<std::string_view> parts);
 // Whether words on standard output may be emphasised: it is a terminal and NO_COLOR is not set.
 bool standardOutputTakesStyle();
 
+// From now on they may not: a launcher gives its processes a terminal and sends on what it gets.
+void doWithoutStyle();
+
 // While it lives, whatever code prints to standard output is kept aside. In the end it goes to
-// standard error, but not when an exception ends its life: that has a message of its own.
+// standard error where `isTold`, but not when an exception ends its life: that has a message of its
+// own.
 class StandardOutputAside {
   public:
-    StandardOutputAside();  // throws RunError
+    explicit StandardOutputAside(bool isTold = true);  // throws RunError
     ~StandardOutputAside();
     StandardOutputAside(const StandardOutputAside&) = delete;
     StandardOutputAside& operator=(const StandardOutputAside&) = delete;
@@ -37,6 +41,7 @@ class StandardOutputAside {
   private:
     void close() noexcept;
 
+    bool m_isTold;
     int m_output = -1;  // the real standard output
     int m_aside = -1;
     int m_exceptions;  // under way at the start

@@ -1,7 +1,5 @@
 #include "Exhaustion.h"
 
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <climits>
@@ -11,6 +9,7 @@
 #include "Console.h"
 #include "ExitCode.h"
 #include "Interruption.h"
+#include "comm/LaunchedRanks.h"
 
 namespace weldline {
 
@@ -29,7 +28,7 @@ std::string_view inputPrefix() {
     writeMessage({nameOfInput.data(), inputPrefix(),
                   "the run had to be given up inside a library, most likely out of memory; use a "
                   "machine with more memory or a smaller mesh"});
-    ::_exit(FailedWhileRunning);
+    endAllRanks(FailedWhileRunning);
 }
 
 }  // namespace
@@ -38,7 +37,7 @@ void endForMemory() {
     leaveNothing();
     writeMessage({nameOfInput.data(), inputPrefix(),
                   "out of memory; use a machine with more memory or a smaller mesh"});
-    ::_exit(FailedWhileRunning);
+    endAllRanks(FailedWhileRunning);
 }
 
 void handleExhaustion(std::string_view input) {

@@ -4,7 +4,7 @@
 
 namespace weldline {
 
-// From now on the end of memory removes all temporaries and ends the process with one line, which
+// From now on the end of memory removes all temporaries and ends the run with one line, which
 // names the input, and the exit code of a failed run. On purpose at once and not by an exception:
 // VTK does not stand one; its destructors and its objects half made end the process in other ways.
 // Only what reads files keeps the exception (ReadGuard.h), because there the file may be the cause.

@@ -18,8 +18,7 @@ std::vector<BoundaryGroups::PatchSummary> groupsByName(const DataSetInfo& info,
     for (const auto& patch : info.patches) patches.push_back({patch.name, {}});
     auto groups = groupBoundaryFaces(FvMesh{}, patches, patterns).patches;
     groups.resize(info.patches.size());
-    for (std::size_t i = 0; i < groups.size(); ++i)
-        groups[i].faces = static_cast<int>(info.patches[i].count);
+    for (std::size_t i = 0; i < groups.size(); ++i) groups[i].faces = info.patches[i].count;
     return groups;
 }
 

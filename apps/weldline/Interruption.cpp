@@ -42,6 +42,8 @@ void say(std::string_view text) {
     [[maybe_unused]] const auto written = ::write(STDERR_FILENO, text.data(), text.size());
 }
 
+volatile std::sig_atomic_t isSilent = 0;
+
 // The thread that makes the files, and holds signals back where none may come.
 pthread_t mainThread;
 
@@ -52,7 +54,7 @@ extern "C" void endBySignal(int signal) {
         return;
     }
     leaveNothing();
-    say(messageOf(signal));
+    if (isSilent == 0) say(messageOf(signal));
     // The caller sees the signal itself (130 in a shell after Ctrl-C): it stays pending until this
     // handler is left and then has its default action again.
     ::signal(signal, SIG_DFL);
@@ -84,6 +86,10 @@ void leaveNothing() noexcept {
     removePendingFiles();
     removeTemporaryFolder();
     endProgressLine();
+}
+
+void endInSilence(bool silent) {
+    isSilent = silent ? 1 : 0;
 }
 
 void handleInterruptions() {

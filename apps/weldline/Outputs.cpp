@@ -9,6 +9,9 @@
 #include "base/AtomicFile.h"
 #include "base/Errors.h"
 #include "base/ReadFile.h"
+#include "comm/Agreement.h"
+#include "comm/Messages.h"
+#include "comm/Packing.h"
 
 namespace weldline {
 
@@ -34,8 +37,9 @@ bool sameFile(const std::string& a, const std::string& b) {
 
 void checkResultName(const std::string& result) {
     const fs::path name = fs::path(result).filename();
-    if (name.extension() != ".vtu")
-        throw UsageError(result + ": not a name for the result; -o needs a file that ends in .vtu");
+    if (name.extension() != ".vtu" && name.extension() != ".pvtu")
+        throw UsageError(result +
+                         ": not a name for the result; -o needs a file that ends in .vtu or .pvtu");
 }
 
 // Mesh, settings and times of a case stand in folders beside its .foam file.
@@ -119,6 +123,22 @@ Outputs planOutputs(const AnalyzeOptions& options, const RunControl& control) {
                          "use it with --control or give the result another name");
     for (const std::string& file : files) checkWritable(file);
     return outputs;
+}
+
+Outputs planOutputs(Ranks& ranks, const AnalyzeOptions& options, const RunControl& control) {
+    Outputs outputs = together(
+        ranks, [&] { return ranks.rank() == 0 ? planOutputs(options, control) : Outputs{}; });
+    Packer packer;
+    packer.put(outputs.result).put(outputs.json).put(outputs.control).put(outputs.trace);
+    const Bytes message = broadcast(ranks, packer.take());
+    Unpacker unpacker(message);
+    for (std::string* name : {&outputs.result, &outputs.json, &outputs.control, &outputs.trace})
+        unpacker.get(*name);
+    return outputs;
+}
+
+bool isInPieces(const std::string& result) {
+    return fs::path(result).extension() == ".pvtu";
 }
 
 void checkJsonTarget(const std::string& json, const std::string& input) {

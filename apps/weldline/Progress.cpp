@@ -26,7 +26,8 @@ constexpr std::size_t lineWidth = 79;
 
 }  // namespace
 
-Progress::Progress(int steps) : m_steps(steps), m_visible(terminalMovesCursor()) {}
+Progress::Progress(int steps, bool mayShow)
+    : m_steps(steps), m_visible(mayShow && terminalMovesCursor()) {}
 
 Progress::~Progress() {
     finish();

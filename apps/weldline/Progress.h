@@ -9,7 +9,7 @@ namespace weldline {
 // terminal.
 class Progress {
   public:
-    explicit Progress(int steps);
+    Progress(int steps, bool mayShow);  // only one rank of a run may
     ~Progress();
     Progress(const Progress&) = delete;
     Progress& operator=(const Progress&) = delete;

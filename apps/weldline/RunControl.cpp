@@ -7,6 +7,9 @@
 
 #include "base/Errors.h"
 #include "base/ReadFile.h"
+#include "comm/Agreement.h"
+#include "comm/Messages.h"
+#include "comm/Packing.h"
 #include "settings/ControlSection.h"
 
 namespace weldline {
@@ -82,6 +85,20 @@ RunControl prepareControl(const AnalyzeOptions& options) {
     if (options.gradientSet && (stages.angleMethod != 4 || stages.second == SecondGradient::None))
         control.remarks.push_back(
             "--gradient-set has no effect with these settings: there is one set of gradients only");
+    return control;
+}
+
+RunControl prepareControl(Ranks& ranks, const AnalyzeOptions& options) {
+    RunControl control =
+        together(ranks, [&] { return ranks.rank() == 0 ? prepareControl(options) : RunControl{}; });
+    Packer packer;
+    packer.put(control.file).put(control.text).put(control.remarks);
+    const Bytes message = broadcast(ranks, packer.take());
+    Unpacker unpacker(message);
+    unpacker.get(control.file);
+    unpacker.get(control.text);
+    unpacker.get(control.remarks);
+    control.settings = readControlText(control.text).settings;
     return control;
 }
 

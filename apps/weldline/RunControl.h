@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "Arguments.h"
+#include "comm/Ranks.h"
 #include "settings/Settings.h"
 
 namespace weldline {
@@ -20,6 +21,10 @@ struct RunControl {
 // Refuses a control file without a "." in its name (UsageError), one that is missing, unreadable
 // or without an angle method (InputError), and options that are no settings (UsageError).
 RunControl prepareControl(const AnalyzeOptions& options);
+
+// The same for all ranks of a run, which must go by one text: rank 0 reads it and tells the others.
+// Collective; all ranks throw the same.
+RunControl prepareControl(Ranks& ranks, const AnalyzeOptions& options);
 
 // Whether a file that stands where a control file is to be written was written by this program.
 // Throws InputError when it cannot be read.

@@ -4,23 +4,13 @@
 #include <cmath>
 
 #include "base/Errors.h"
+#include "comm/Agreement.h"
 
 namespace weldline {
 
 namespace {
 
-std::vector<double> readCellArray(const AnalyzeOptions& options, const std::string& name,
-                                  int cells) {
-    DataSet data =
-        readDataSet(options.input, {.field = name, .fieldGiven = true, .time = options.time});
-    if (static_cast<int>(data.fillTime.size()) != cells)
-        throw InputError(options.input + ": array '" + name +
-                         "' has another number of values than there are cells; give one per cell");
-    return std::move(data.fillTime);
-}
-
-std::vector<int> readCellState(const AnalyzeOptions& options, int cells) {
-    const std::vector<double> values = readCellArray(options, options.cellState, cells);
+std::vector<int> cellStates(const AnalyzeOptions& options, const std::vector<double>& values) {
     std::vector<int> states(values.size());
     std::transform(values.begin(), values.end(), states.begin(), [&](double value) {
         if (!(std::abs(value) <= 1e9) || value != std::trunc(value))
@@ -31,14 +21,17 @@ std::vector<int> readCellState(const AnalyzeOptions& options, int cells) {
     return states;
 }
 
-void addSecondInjection(RunFillTime& fill, FillTimeCounts second) {
+void addSecondInjection(Ranks& ranks, RunFillTime& fill, FillTimeCounts second) {
     FillTimeCounts& counts = fill.counts;
+    std::int64_t gained = 0;
     for (std::size_t c = 0; c < fill.merged.size(); ++c) {
         if (isReached(fill.first[c]) || !isReached(fill.second[c])) continue;
         fill.merged[c] = fill.second[c];
-        ++counts.reached;
-        --counts.notReached;
+        ++gained;
     }
+    gained = ranks.sum(gained);
+    counts.reached += gained;
+    counts.notReached -= gained;
     counts.marked = std::min(counts.marked, counts.notReached);
     counts.zeroNotReached = std::min(counts.zeroNotReached, counts.notReached);
     const bool firstHasTimes = counts.latest > 0.0;
@@ -46,10 +39,10 @@ void addSecondInjection(RunFillTime& fill, FillTimeCounts second) {
     counts.latest = std::max(counts.latest, second.latest);
 }
 
-void refuseEmpty(const RunInput& input, const FillTimeCounts& counts) {
+void refuseEmpty(const std::string& file, const std::string& field, const FillTimeCounts& counts) {
     if (counts.reached > 0) return;
-    throw InputError(input.data.file + ": the melt reaches no cell in '" + input.data.fieldName +
-                     "' (" + std::to_string(counts.zeroNotReached) + " cells are 0, " +
+    throw InputError(file + ": the melt reaches no cell in '" + field + "' (" +
+                     std::to_string(counts.zeroNotReached) + " cells are 0, " +
                      std::to_string(counts.marked) +
                      " are NaN, infinite or negative); choose the fill time with --field or "
                      "--time");
@@ -57,32 +50,44 @@ void refuseEmpty(const RunInput& input, const FillTimeCounts& counts) {
 
 }  // namespace
 
-RunInput readRunInput(const AnalyzeOptions& options) {
-    RunInput input;
+RunInput readRunInput(Ranks& ranks, const AnalyzeOptions& options) {
     ReadOptions read;
     read.fieldGiven = !options.field.empty();
     if (read.fieldGiven) read.field = options.field;
     read.time = options.time;
-    input.data = readDataSet(options.input, read);
-    const int cells = input.data.mesh.cellCount();
-    if (!options.biField.empty()) input.biField = readCellArray(options, options.biField, cells);
-    if (!options.cellState.empty()) input.cellState = readCellState(options, cells);
+    for (const std::string& name : {options.biField, options.cellState})
+        if (!name.empty()) read.cellArrays.push_back(name);
+    RunInput input;
+    input.data = readPart(ranks, options.input, read);
+    // Taken from the end, in the opposite order.
+    auto& fields = input.data.part.cellFields;
+    agreeOnFailure(ranks, [&] {
+        if (!options.cellState.empty()) input.cellState = cellStates(options, fields.back());
+    });
+    if (!options.cellState.empty()) fields.pop_back();
+    if (!options.biField.empty()) {
+        input.hasBiField = true;
+        input.biField = std::move(fields.back());
+        fields.pop_back();
+    }
     return input;
 }
 
-RunFillTime prepareRunFillTime(const RunInput& input, const FvMesh& mesh,
-                               const BoundaryGroups& groups, ZeroFillTime zero) {
-    FillTime first = prepareFillTime(input.data.fillTime, mesh, groups, zero);
+RunFillTime prepareRunFillTime(const RankPart& part, const std::string& file, const RunInput& input,
+                               const FvMesh& mesh, const BoundaryGroups& groups,
+                               ZeroFillTime zero) {
+    FillTime first = prepareFillTime(part, input.fillTime(), mesh, groups, zero);
     RunFillTime fill;
     fill.first = std::move(first.values);
     fill.merged = fill.first;
     fill.counts = first.counts;
-    if (!input.biField.empty()) {
-        FillTime second = prepareFillTime(input.biField, mesh, groups, zero);
+    // On purpose by the option: a rank without cells has no values either way.
+    if (input.hasBiField) {
+        FillTime second = prepareFillTime(part, input.biField, mesh, groups, zero);
         fill.second = std::move(second.values);
-        addSecondInjection(fill, second.counts);
+        addSecondInjection(part.ranks, fill, second.counts);
     }
-    refuseEmpty(input, fill.counts);
+    agreeOnFailure(part.ranks, [&] { refuseEmpty(file, input.data.fieldName, fill.counts); });
     return fill;
 }
 

@@ -11,24 +11,29 @@
 
 namespace weldline {
 
-// The filling result with the arrays that the options name. Throws InputError.
+// What this rank has of the filling result, with the arrays that the options name.
 struct RunInput {
-    DataSet data;
-    std::vector<double> biField;  // per cell, as stored; empty: none
+    DataPart data;
+    bool hasBiField = false;
+    std::vector<double> biField;  // per cell, as stored
     std::vector<int> cellState;   // per cell; empty: none
+
+    const std::vector<double>& fillTime() const { return data.part.cellFields.front(); }
 };
-RunInput readRunInput(const AnalyzeOptions& options);
+
+// Collective. Throws InputError on all ranks.
+RunInput readRunInput(Ranks& ranks, const AnalyzeOptions& options);
 
 // Fill times of a run.
 struct RunFillTime {
     std::vector<float> first;   // of the first injection; exactly 0 where it did not arrive
     std::vector<float> second;  // of the second; empty: none
     std::vector<float> merged;  // the second where the first did not arrive
-    FillTimeCounts counts;      // of the merged times
+    FillTimeCounts counts;      // of the merged times, of the whole part
 };
 
-// Throws InputError when no cell is reached.
-RunFillTime prepareRunFillTime(const RunInput& input, const FvMesh& mesh,
-                               const BoundaryGroups& groups, ZeroFillTime zero);
+// Collective. Throws InputError on all ranks when no cell is reached.
+RunFillTime prepareRunFillTime(const RankPart& part, const std::string& file, const RunInput& input,
+                               const FvMesh& mesh, const BoundaryGroups& groups, ZeroFillTime zero);
 
 }  // namespace weldline

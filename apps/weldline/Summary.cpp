@@ -2,6 +2,9 @@
 
 #include <algorithm>
 #include <array>
+#include <limits>
+
+#include "comm/Messages.h"
 
 namespace weldline {
 
@@ -18,6 +21,26 @@ std::string cellsAre(long long number) {
     return counted(number, "cell is", "cells are");
 }
 
+// Always in the order of the ranks.
+double sumByRank(Ranks& ranks, double value) {
+    double sum = 0.0;
+    for (const Bytes& message : gatherToAll(ranks, toBytes(std::vector{value})))
+        sum += fromBytes<double>(message).front();
+    return sum;
+}
+
+void describeBox(Summary& summary, Ranks& ranks, const std::vector<Vec3>& points) {
+    constexpr double far = std::numeric_limits<double>::max();
+    Vec3 low{far, far, far};
+    Vec3 high{-far, -far, -far};
+    for (const Vec3 p : points) {
+        low = {std::min(low.x, p.x), std::min(low.y, p.y), std::min(low.z, p.z)};
+        high = {std::max(high.x, p.x), std::max(high.y, p.y), std::max(high.z, p.z)};
+    }
+    summary.low = {-ranks.maximum(-low.x), -ranks.maximum(-low.y), -ranks.maximum(-low.z)};
+    summary.high = {ranks.maximum(high.x), ranks.maximum(high.y), ranks.maximum(high.z)};
+}
+
 }  // namespace
 
 std::string nameOf(GroupKind kind) {
@@ -25,25 +48,32 @@ std::string nameOf(GroupKind kind) {
     return names[static_cast<std::size_t>(kind)];
 }
 
-void describeMesh(Summary& summary, const CellMesh& cells, const FvMesh& mesh,
+void describeMesh(Summary& summary, Ranks& ranks, const DataPart& data, const FvMesh& mesh,
                   const BoundaryGroups& groups) {
-    std::array<long long, kindNames.size()> counts{};
-    for (const CellKind kind : cells.kinds) ++counts[static_cast<std::size_t>(kind)];
-    for (std::size_t k = 0; k < counts.size(); ++k)
-        if (counts[k] > 0) summary.kinds.push_back({kindNames[k], counts[k]});
-    summary.cells = mesh.cellCount();
-    summary.nodes = mesh.pointCount();
-    summary.innerFaces = mesh.innerFaces;
-    summary.boundaryFaces = mesh.boundaryFaces();
-    for (const double volume : mesh.cellVolume) summary.volume += volume;
-    summary.low = summary.high = mesh.points.front();
-    for (const Vec3 p : mesh.points) {
-        summary.low = {std::min(summary.low.x, p.x), std::min(summary.low.y, p.y),
-                       std::min(summary.low.z, p.z)};
-        summary.high = {std::max(summary.high.x, p.x), std::max(summary.high.y, p.y),
-                        std::max(summary.high.z, p.z)};
+    std::array<std::int64_t, kindNames.size()> counts{};
+    for (const CellKind kind : data.part.mesh.kinds) ++counts[static_cast<std::size_t>(kind)];
+    for (std::size_t k = 0; k < counts.size(); ++k) {
+        const std::int64_t cells = ranks.sum(counts[k]);
+        if (cells > 0) summary.kinds.push_back({kindNames[k], cells});
     }
+    summary.cells = data.cells;
+    summary.nodes = data.nodes;
+    summary.innerFaces = ranks.sum(mesh.innerFaces) + ranks.sum(mesh.interfaceFaces) / 2;
+    summary.boundaryFaces = ranks.sum(mesh.boundaryFaces());
+    double volume = 0.0;
+    for (const double cell : mesh.cellVolume) volume += cell;
+    summary.volume = sumByRank(ranks, volume);
+    describeBox(summary, ranks, mesh.points);
     summary.patches = groups.patches;
+}
+
+void addUpPatches(Ranks& ranks, std::size_t named, BoundaryGroups& groups) {
+    std::int64_t without = 0;
+    for (std::size_t p = named; p < groups.patches.size(); ++p) without += groups.patches[p].faces;
+    groups.patches.resize(named);
+    for (auto& patch : groups.patches) patch.faces = ranks.sum(patch.faces);
+    without = ranks.sum(without);
+    if (without > 0) groups.patches.push_back({"(no patch)", GroupKind::Wall, without});
 }
 
 std::vector<std::string> groupRemarks(const BoundaryGroups& groups, const GroupPatterns& patterns) {
@@ -76,7 +106,7 @@ std::vector<std::string> fillRemarks(const FillTimeCounts& counts) {
 }
 
 // A tenth of the part without flow is more than the dead corners of a real filling.
-std::vector<std::string> flatRemarks(int flatCells, const FillTimeCounts& counts,
+std::vector<std::string> flatRemarks(std::int64_t flatCells, const FillTimeCounts& counts,
                                      const Settings& settings) {
     const bool hasFlatLimit = stagesOf(settings).first == FirstGradient::Upwind;
     if (!hasFlatLimit || flatCells <= counts.reached / 10) return {};

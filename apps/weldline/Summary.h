@@ -20,6 +20,7 @@ struct Summary {
         std::string name;  // plural: "hexahedra"
         long long cells = 0;
     };
+    int ranks = 1;
     std::string input;
     std::string field;
     std::optional<double> time;
@@ -47,14 +48,18 @@ struct Summary {
     std::vector<std::string> remarks;
 };
 
-// The parts of the summary that come from mesh and groups.
-void describeMesh(Summary& summary, const CellMesh& cells, const FvMesh& mesh,
+// The parts of the summary that come from mesh and groups, of the whole. Collective.
+void describeMesh(Summary& summary, Ranks& ranks, const DataPart& data, const FvMesh& mesh,
                   const BoundaryGroups& groups);
+
+// Makes the faces of each patch those of all ranks. The first `named` patches are the same on all.
+// Collective.
+void addUpPatches(Ranks& ranks, std::size_t named, BoundaryGroups& groups);
 
 // What a user should know about groups and fill time, one sentence each.
 std::vector<std::string> groupRemarks(const BoundaryGroups& groups, const GroupPatterns& patterns);
 std::vector<std::string> fillRemarks(const FillTimeCounts& counts);
-std::vector<std::string> flatRemarks(int flatCells, const FillTimeCounts& counts,
+std::vector<std::string> flatRemarks(std::int64_t flatCells, const FillTimeCounts& counts,
                                      const Settings& settings);
 std::vector<std::string> resultRemarks(const WeldLines& lines);
 

@@ -88,7 +88,7 @@ Json componentsJson(const WeldLines& lines) {
     Json list = Json::array();
     for (const WeldLine& line : lines.lines)
         list.push_back({{"id", line.id},
-                        {"nodes", line.nodes.size()},
+                        {"nodes", line.nodeCount},
                         {"smallestAngle", number(line.smallestAngle)},
                         {"meanAngle", number(line.meanAngle)},
                         {"box", box(line.low, line.high)},
@@ -121,6 +121,7 @@ std::string summaryJson(const Summary& s) {
     const Json fillTime{{"earliest", number(s.fill.earliest)}, {"latest", number(s.fill.latest)}};
     return dumped(Json{{"schema", "weldline-summary/1"},
                        {"program", programJson()},
+                       {"ranks", s.ranks},
                        {"input", input},
                        {"mesh", meshJson(s)},
                        {"settings", settingsJson(s)},

@@ -92,11 +92,12 @@ std::string weldLineRows(const WeldLines& lines, bool style) {
         const WeldLine& line = lines.lines[i];
         text +=
             fmt::format("{:5}{:8}{:9.1f}{:8.1f}{:10.4g}{:10.4g}{:10.4g}{:10.4g}{:10.4g}\n", line.id,
-                        line.nodes.size(), line.smallestAngle, line.meanAngle, line.firstTime,
+                        line.nodeCount, line.smallestAngle, line.meanAngle, line.firstTime,
                         line.lastTime, line.centroid.x, line.centroid.y, line.centroid.z);
     }
     std::size_t hidden = 0;
-    for (std::size_t i = shown; i < lines.lines.size(); ++i) hidden += lines.lines[i].nodes.size();
+    for (std::size_t i = shown; i < lines.lines.size(); ++i)
+        hidden += static_cast<std::size_t>(lines.lines[i].nodeCount);
     if (hidden > 0)
         text += fmt::format("      and {} smaller ones with {} nodes in all; --json lists them\n",
                             lines.lines.size() - shown, hidden);

@@ -136,6 +136,11 @@ std::string TemporaryFolder::traceFile() const {
     return trace.data();
 }
 
+void failOnTemporary(const std::string& file, const std::string& what) {
+    throw RunError(file + ": " + what +
+                   "; let the environment variable TMPDIR name a folder with free space");
+}
+
 void removeTemporaryFolder() noexcept {
     if (!exists.exchange(false)) return;
     ::unlink(control.data());

@@ -24,6 +24,9 @@ class TemporaryFolder {
     int m_lock = -1;
 };
 
+// Throws RunError about a file in such a folder.
+[[noreturn]] void failOnTemporary(const std::string& file, const std::string& what);
+
 // Removes the folder that exists at this moment, if there is one. Async-signal-safe.
 void removeTemporaryFolder() noexcept;
 

@@ -12,22 +12,22 @@
 #include "Interruption.h"
 #include "ShowSettings.h"
 #include "base/Errors.h"
+#include "comm/Agreement.h"
+#include "comm/LaunchedRanks.h"
 
 namespace {
 
 using namespace weldline;
 
-void runCommand(const Arguments& arguments) {
-    switch (arguments.command) {
-        case Arguments::Command::ShowText:
-            return writeStandardOutput(arguments.text);
-        case Arguments::Command::Analyze:
-            return analyze(arguments.analyze);
-        case Arguments::Command::Info:
-            return showInfo(arguments.info);
-        case Arguments::Command::Settings:
-            return showSettings(arguments.settings);
-    }
+// Commands other than analyze are for one rank.
+void runCommand(Ranks& ranks, const Arguments& arguments) {
+    if (arguments.command == Arguments::Command::Analyze) return analyze(ranks, arguments.analyze);
+    agreeOnFailure(ranks, [&] {
+        if (ranks.rank() != 0) return;
+        if (arguments.command == Arguments::Command::ShowText) writeStandardOutput(arguments.text);
+        if (arguments.command == Arguments::Command::Info) showInfo(arguments.info);
+        if (arguments.command == Arguments::Command::Settings) showSettings(arguments.settings);
+    });
 }
 
 // The data set that the command works on, for messages; empty: none.
@@ -35,32 +35,52 @@ std::string inputOf(const Arguments& arguments) {
     return arguments.analyze.input.empty() ? arguments.info.input : arguments.analyze.input;
 }
 
-int fail(std::string_view message, ExitCode code) {
-    writeMessage({message});
+// An error that all ranks know of is told by the first. Any other is told by the rank that has it,
+// which then ends the others: they wait for it in vain.
+int fail(const Ranks& ranks, std::string_view message, ExitCode code) {
+    const bool isShared = ranks.size() == 1 || wasAgreedOn(message);
+    if (!isShared || ranks.rank() == 0) writeMessage({message});
+    if (!isShared) {
+        leaveNothing();
+        endAllRanks(code);
+    }
     return code;
+}
+
+int runProgram(Ranks& ranks, int argc, char** argv) {
+    try {
+        const Arguments arguments = together(ranks, [&] { return parseArguments(argc, argv); });
+        handleExhaustion(inputOf(arguments));
+        runCommand(ranks, arguments);
+        return Done;
+    } catch (const UsageError& error) {
+        return fail(ranks, error.what(), WrongUsage);
+    } catch (const InputError& error) {
+        return fail(ranks, error.what(), UnusableInput);
+    } catch (const std::bad_alloc&) {
+        endForMemory();
+    } catch (const std::exception& error) {
+        return fail(ranks, error.what(), FailedWhileRunning);
+    }
 }
 
 }  // namespace
 
-// 1. Prepare streams and signals. 2. Read the command line. 3. Run the command. 4. Turn an error
-// into one line and an exit code.
+// 1. Prepare streams and signals. 2. Join the other ranks of the run. 3. Read the command line and
+// run the command. 4. Turn an error into one line and an exit code.
 int main(int argc, char** argv) {
     try {
         openMissingStreams();
         handleInterruptions();
         handleReadFaults();
         handleExhaustion({});
-        const Arguments arguments = parseArguments(argc, argv);
-        handleExhaustion(inputOf(arguments));
-        runCommand(arguments);
-        return Done;
-    } catch (const UsageError& error) {
-        return fail(error.what(), WrongUsage);
-    } catch (const InputError& error) {
-        return fail(error.what(), UnusableInput);
-    } catch (const std::bad_alloc&) {
-        endForMemory();
+        endInSilence(LaunchedRanks::hasLauncher());
+        LaunchedRanks launched(argc, argv);
+        endInSilence(launched.get().size() > 1);
+        if (LaunchedRanks::hasLauncher()) doWithoutStyle();
+        return runProgram(launched.get(), argc, argv);
     } catch (const std::exception& error) {
-        return fail(error.what(), FailedWhileRunning);
+        writeMessage({error.what()});
+        return FailedWhileRunning;
     }
 }

@@ -48,13 +48,32 @@ bool takeLock(int descriptor) {
     return ::fcntl(descriptor, F_OFD_SETLK, &whole) == 0;
 }
 
-void removeIfLeft(const fs::path& temporary) {
+// False where somebody holds the temporary.
+bool removeIfLeft(const fs::path& temporary) {
     const int descriptor = ::open(temporary.c_str(), O_RDWR | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0) return;
+    if (descriptor < 0) return true;
     struct stat status {};
-    if (::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode) && takeLock(descriptor))
-        ::unlink(temporary.c_str());
+    const bool isFile = ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode);
+    const bool isFree = !isFile || takeLock(descriptor);
+    if (isFile && isFree) ::unlink(temporary.c_str());
     ::close(descriptor);
+    return isFree;
+}
+
+fs::path folderOf(const fs::path& target) {
+    return target.has_parent_path() ? target.parent_path() : ".";
+}
+
+// Removes those that are left; answers how many are held.
+int clearTemporaries(const fs::path& target) {
+    const std::string start = beginning(target);
+    int held = 0;
+    std::error_code error;
+    for (fs::directory_iterator entry(folderOf(target), error), end; !error && entry != end;
+         entry.increment(error))
+        if (isTemporary(entry->path().filename().string(), start))
+            held += removeIfLeft(entry->path()) ? 0 : 1;
+    return held;
 }
 
 }  // namespace
@@ -73,12 +92,18 @@ bool lockTemporary(int descriptor) {
 }
 
 void removeLeftTemporaries(const fs::path& target) {
-    const fs::path folder = target.has_parent_path() ? target.parent_path() : ".";
-    const std::string start = beginning(target);
-    std::error_code error;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end;
-         entry.increment(error))
-        if (isTemporary(entry->path().filename().string(), start)) removeIfLeft(entry->path());
+    clearTemporaries(target);
+}
+
+std::string targetOfTemporary(const std::string& name) {
+    if (!name.starts_with('.') || !name.ends_with(ending)) return {};
+    const std::size_t dot = name.rfind('.', name.size() - ending.size() - 1);
+    if (dot == 0 || dot == std::string::npos) return {};
+    return isTemporary(name, name.substr(0, dot + 1)) ? name.substr(1, dot - 1) : std::string();
+}
+
+bool isBeingWritten(const fs::path& target) {
+    return clearTemporaries(target) > 0;
 }
 
 }  // namespace weldline

@@ -19,4 +19,10 @@ bool lockTemporary(int descriptor);
 // Removes what killed processes left for this target; never fails.
 void removeLeftTemporaries(const std::filesystem::path& target);
 
+// The target of a temporary of this name, empty where it is none.
+std::string targetOfTemporary(const std::string& name);
+
+// Whether a process holds a temporary for this target.
+bool isBeingWritten(const std::filesystem::path& target);
+
 }  // namespace weldline

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "base/Errors.h"
+#include "comm/Agreement.h"
 
 namespace weldline {
 
@@ -40,59 +41,96 @@ FillTimeCounts countPositive(const std::vector<double>& raw, const std::vector<K
     return counts;
 }
 
-// Cells of value 0 that touch an inlet face, directly or through other cells of value 0.
-std::vector<bool> zeroCellsAtInlets(const std::vector<Kind>& kinds, const FvMesh& mesh,
-                                    const BoundaryGroups& groups) {
-    std::vector<bool> found(kinds.size(), false);
-    std::vector<int> open;
-    const auto visit = [&](int cell) {
-        if (kinds[cell] != Kind::Zero || found[cell]) return;
-        found[cell] = true;
-        open.push_back(cell);
-    };
-    for (int i = 0; i < mesh.boundaryFaces(); ++i)
-        if (groups.kinds[i] == GroupKind::Inlet) visit(mesh.owner[mesh.innerFaces + i]);
-    while (!open.empty()) {
-        const int cell = open.back();
-        open.pop_back();
-        for (const int face : mesh.cellFaces[cell])
-            if (face < mesh.innerFaces)
-                visit(mesh.owner[face] == cell ? mesh.neighbour[face] : mesh.owner[face]);
-    }
-    return found;
+void addUp(Ranks& ranks, FillTimeCounts& counts) {
+    constexpr double never = std::numeric_limits<double>::max();
+    const double earliest = -ranks.maximum(counts.reached > 0 ? -counts.earliest : -never);
+    counts.reached = ranks.sum(counts.reached);
+    counts.marked = ranks.sum(counts.marked);
+    counts.earliest = counts.reached > 0 ? earliest : 0.0;
+    counts.latest = ranks.maximum(counts.latest);
 }
 
-std::vector<bool> filledZeroCells(const std::vector<Kind>& kinds, const FvMesh& mesh,
-                                  const BoundaryGroups& groups, ZeroFillTime zero, bool hasMarks) {
-    const bool all = zero == ZeroFillTime::Filled || (zero == ZeroFillTime::Automatic && hasMarks);
-    const bool none = zero == ZeroFillTime::NotReached;
-    if (!all && !none) return zeroCellsAtInlets(kinds, mesh, groups);
-    std::vector<bool> filled(kinds.size());
-    for (std::size_t c = 0; c < kinds.size(); ++c) filled[c] = all && kinds[c] == Kind::Zero;
-    return filled;
+// Cells of value 0 that touch an inlet face, directly or through other cells of value 0. Each rank
+// goes as far as it gets and then looks what its neighbours have found, until nobody gets further.
+class ZeroCellsAtInlets {
+  public:
+    ZeroCellsAtInlets(const std::vector<Kind>& kinds, const FvMesh& mesh)
+        : m_kinds(kinds), m_mesh(mesh), m_found(kinds.size(), 0) {}
+
+    std::vector<char> find(const RankPart& part, const BoundaryGroups& groups) {
+        for (int i = 0; i < m_mesh.boundaryFaces(); ++i)
+            if (groups.kinds[i] == GroupKind::Inlet) visit(m_mesh.owner[m_mesh.innerFaces + i]);
+        while (part.ranks.sum(static_cast<std::int64_t>(m_open.size())) > 0) {
+            spread();
+            const std::vector<char> halo = haloValues(part.ranks, part.interface, m_found);
+            for (int i = 0; i < m_mesh.interfaceFaces; ++i)
+                if (halo[part.interface.haloOfFace[i]] != 0)
+                    visit(m_mesh.owner[m_mesh.firstInterfaceFace() + i]);
+        }
+        return std::move(m_found);
+    }
+
+  private:
+    void visit(int cell) {
+        if (m_kinds[cell] != Kind::Zero || m_found[cell] != 0) return;
+        m_found[cell] = 1;
+        m_open.push_back(cell);
+    }
+
+    void spread() {
+        while (!m_open.empty()) {
+            const int cell = m_open.back();
+            m_open.pop_back();
+            for (const int face : m_mesh.cellFaces[cell])
+                if (face < m_mesh.innerFaces)
+                    visit(m_mesh.owner[face] == cell ? m_mesh.neighbour[face] : m_mesh.owner[face]);
+        }
+    }
+
+    const std::vector<Kind>& m_kinds;
+    const FvMesh& m_mesh;
+    std::vector<char> m_found;
+    std::vector<int> m_open;
+};
+
+void checkSize(std::size_t values, int cells) {
+    if (static_cast<int>(values) != cells)
+        throw InputError("the fill time has " + std::to_string(values) +
+                         " values, but the mesh has " + std::to_string(cells) +
+                         " cells; one value per cell is needed");
 }
 
 }  // namespace
 
 FillTime prepareFillTime(const std::vector<double>& raw, const FvMesh& mesh,
                          const BoundaryGroups& groups, ZeroFillTime zero) {
-    if (static_cast<int>(raw.size()) != mesh.cellCount())
-        throw InputError("the fill time has " + std::to_string(raw.size()) +
-                         " values, but the mesh has " + std::to_string(mesh.cellCount()) +
-                         " cells; one value per cell is needed");
+    UncutMesh uncut;
+    return prepareFillTime(uncut.part(), raw, mesh, groups, zero);
+}
+
+FillTime prepareFillTime(const RankPart& part, const std::vector<double>& raw, const FvMesh& mesh,
+                         const BoundaryGroups& groups, ZeroFillTime zero) {
+    Ranks& ranks = part.ranks;
+    agreeOnFailure(ranks, [&] { checkSize(raw.size(), mesh.cellCount()); });
     const std::vector<Kind> kinds = kindsOf(raw);
     FillTime result{std::vector<float>(raw.size(), 0.0F), countPositive(raw, kinds)};
     FillTimeCounts& counts = result.counts;
-    const std::vector<bool> filled = filledZeroCells(kinds, mesh, groups, zero, counts.marked > 0);
+    addUp(ranks, counts);
+    const bool asksInlets = zero == ZeroFillTime::Automatic && counts.marked == 0;
+    const bool fillsAll = !asksInlets && zero != ZeroFillTime::NotReached;
+    const std::vector<char> filled = asksInlets ? ZeroCellsAtInlets(kinds, mesh).find(part, groups)
+                                                : std::vector<char>(raw.size(), fillsAll ? 1 : 0);
 
     const double unit = counts.reached > 0 ? counts.earliest : 1.0;
     const auto startTime = static_cast<float>(std::max(1e-6 * unit, 2.0 * reachedLimit));
     for (std::size_t c = 0; c < raw.size(); ++c) {
         if (kinds[c] == Kind::Positive) result.values[c] = static_cast<float>(raw[c]);
         if (kinds[c] != Kind::Zero) continue;
-        if (filled[c]) result.values[c] = startTime;
-        ++(filled[c] ? counts.zeroFilled : counts.zeroNotReached);
+        if (filled[c] != 0) result.values[c] = startTime;
+        ++(filled[c] != 0 ? counts.zeroFilled : counts.zeroNotReached);
     }
+    counts.zeroFilled = ranks.sum(counts.zeroFilled);
+    counts.zeroNotReached = ranks.sum(counts.zeroNotReached);
     counts.reached += counts.zeroFilled;
     counts.notReached = counts.marked + counts.zeroNotReached;
     return result;

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
+#include "RankPart.h"
 #include "mesh/BoundaryGroups.h"
 #include "mesh/FvMesh.h"
 
@@ -16,13 +18,13 @@ enum class ZeroFillTime {
 
 // Cells of a data set by what their fill time says. reached + notReached is the number of cells.
 struct FillTimeCounts {
-    int reached = 0;
-    int notReached = 0;
-    int marked = 0;          // of notReached: NaN, infinite or negative
-    int zeroNotReached = 0;  // of notReached: value 0, read as "the melt never came"
-    int zeroFilled = 0;      // of reached: value 0, read as "filled at the start"
-    double earliest = 0.0;   // smallest and largest time above 0, in the data set's unit; 0 when
-    double latest = 0.0;     // there is none
+    std::int64_t reached = 0;
+    std::int64_t notReached = 0;
+    std::int64_t marked = 0;          // of notReached: NaN, infinite or negative
+    std::int64_t zeroNotReached = 0;  // of notReached: value 0, read as "the melt never came"
+    std::int64_t zeroFilled = 0;      // of reached: value 0, read as "filled at the start"
+    double earliest = 0.0;  // smallest and largest time above 0, in the data set's unit; 0 when
+    double latest = 0.0;    // there is none
 };
 
 struct FillTime {
@@ -48,5 +50,10 @@ inline bool isReached(float fillTime) {
 // values is not the number of cells.
 FillTime prepareFillTime(const std::vector<double>& raw, const FvMesh& mesh,
                          const BoundaryGroups& groups, ZeroFillTime zero = ZeroFillTime::Automatic);
+
+// The same on the parts of a mesh: marks, times and inlets count wherever they are, and so do the
+// counts, which are those of the whole. Collective.
+FillTime prepareFillTime(const RankPart& part, const std::vector<double>& raw, const FvMesh& mesh,
+                         const BoundaryGroups& groups, ZeroFillTime zero);
 
 }  // namespace weldline

@@ -13,6 +13,9 @@ namespace {
 
 enum class Kind : char { Input = 'i', Usage = 'u', Run = 'r', Memory = 'm' };
 
+// Of this rank; ranks may be threads.
+thread_local std::string lastAgreed;
+
 struct Failure {
     Kind kind;
     std::string text;
@@ -55,7 +58,12 @@ void agreeOnFailure(Ranks& ranks, const std::function<void()>& step) {
     }
     const auto first = static_cast<int>(ranks.size() - worst);
     told = fromBytes<char>(broadcast(ranks, toBytes(told), first));
-    fail(static_cast<Kind>(told.front()), {told.begin() + 1, told.end()});
+    lastAgreed.assign(told.begin() + 1, told.end());
+    fail(static_cast<Kind>(told.front()), lastAgreed);
+}
+
+bool wasAgreedOn(std::string_view text) {
+    return !lastAgreed.empty() && text.ends_with(lastAgreed);
 }
 
 }  // namespace weldline

@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <optional>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 
@@ -14,6 +15,10 @@ namespace weldline {
 // RunError, std::bad_alloc; any other becomes RunError) and with the same message. The step itself
 // makes no collective call, since another rank may have left it early; the whole is collective.
 void agreeOnFailure(Ranks& ranks, const std::function<void()>& step);
+
+// Whether an error with this text is the one that this rank's last agreement ended in, perhaps with
+// words before it. Any other error is this rank's alone, and nobody else knows of it.
+bool wasAgreedOn(std::string_view text);
 
 // The same for a step with a result.
 template <class Step>

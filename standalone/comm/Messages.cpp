@@ -1,5 +1,7 @@
 #include "Messages.h"
 
+#include "Packing.h"
+
 namespace weldline {
 
 std::vector<Bytes> gatherToFirst(Ranks& ranks, Bytes own) {
@@ -8,6 +10,16 @@ std::vector<Bytes> gatherToFirst(Ranks& ranks, Bytes own) {
     std::vector<Bytes> received = ranks.exchange(std::move(toRanks));
     if (ranks.rank() != 0) received.clear();
     return received;
+}
+
+std::vector<Bytes> gatherToAll(Ranks& ranks, Bytes own) {
+    Packer packer;
+    for (const Bytes& message : gatherToFirst(ranks, std::move(own))) packer.put(message);
+    const Bytes packed = broadcast(ranks, packer.take());
+    std::vector<Bytes> all(static_cast<std::size_t>(ranks.size()));
+    Unpacker unpacker(packed);
+    for (Bytes& message : all) unpacker.get(message);
+    return all;
 }
 
 Bytes broadcast(Ranks& ranks, const Bytes& message, int from) {

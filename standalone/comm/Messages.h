@@ -46,6 +46,9 @@ std::vector<std::vector<Value>> exchangeValues(Ranks& ranks,
 // Rank 0 answers the messages of all ranks, in their order; the others nothing.
 std::vector<Bytes> gatherToFirst(Ranks& ranks, Bytes own);
 
+// All ranks answer the messages of all ranks, in their order. For short messages.
+std::vector<Bytes> gatherToAll(Ranks& ranks, Bytes own);
+
 // All ranks answer the message of rank `from`; that of the others is left out.
 Bytes broadcast(Ranks& ranks, const Bytes& message, int from = 0);
 

@@ -1,12 +1,12 @@
 #pragma once
 
-#include <functional>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "comm/Ranks.h"
 #include "mesh/CellMesh.h"
+#include "partition/MeshPart.h"
 
 namespace weldline {
 
@@ -15,6 +15,7 @@ struct ReadOptions {
     bool fieldGiven = false;
     std::string time =
         "latest";  // "latest" or a time value of the data set (nearest within 1e-6 relative)
+    std::vector<std::string> cellArrays;  // further cell arrays to read
 };
 
 // One filling result, read: the volume cells, the boundary patches where the data set has any, and
@@ -36,11 +37,30 @@ struct DataSet {
     std::vector<std::string> remarks;  // what the user should know, one sentence each
 };
 
-// Reads .vtu, .pvtu, .vtk, .vtm and OpenFOAM (.foam) data sets. Throws InputError with one line:
-// no such file, not a data set, damaged, no volume cells, volume cells of a higher order, field
-// missing (names those that exist), field on points instead of cells, not one component. Throws
-// UsageError when the time is neither a number nor "latest".
+// Reads .vtu, .pvtu, .vtk, .vtm and OpenFOAM (.foam) data sets in one process. Throws InputError
+// with one line: no such file, not a data set, damaged, no volume cells, volume cells of a higher
+// order, field missing (names those that exist), field on points instead of cells, not one
+// component. Throws UsageError when the time is neither a number nor "latest".
 DataSet readDataSet(const std::string& file, const ReadOptions& options);
+
+// What one rank of a run holds of a filling result.
+struct DataPart {
+    MeshPart part;           // cellFields: the fill time, then ReadOptions::cellArrays; as stored
+    std::int64_t cells = 0;  // of the whole data set
+    std::int64_t nodes = 0;
+
+    std::string fieldName;  // as in DataSet
+    std::optional<double> time;
+    std::vector<std::string> remarks;
+};
+
+// The same, spread over the ranks of a run: every rank has a part, and the parts together are what
+// one process would read, with its numbers of cells and points. A data set consists of pieces: the
+// files that a .pvtu or .vtm file names, the processor folders of a decomposed OpenFOAM case, or
+// one. The pieces are dealt to the ranks in their order, about the same number of bytes to each.
+// Ranks that have no cells then take over parts of those that have (spreadMesh). Collective; all
+// ranks throw the same.
+DataPart readPart(Ranks& ranks, const std::string& file, const ReadOptions& options);
 
 // What a data set holds, for listing before any run. No field is needed.
 struct DataSetInfo {

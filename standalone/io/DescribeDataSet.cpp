@@ -95,14 +95,34 @@ void addBox(vtkDataSet* grid, DataSetInfo& info, bool isFirst) {
                                std::max(high.z, info.high.z)};
 }
 
+// Each part of a decomposed case has some of a patch's faces.
+void addSurfaces(const std::vector<Block>& surfaces, bool isCase,
+                 std::vector<DataSetInfo::Count>& patches) {
+    for (const Block& block : surfaces) {
+        const auto known = std::find_if(patches.begin(), patches.end(), [&](const auto& patch) {
+            return isCase && patch.name == block.name;
+        });
+        if (known == patches.end()) {
+            patches.push_back({block.name, block.grid->GetNumberOfCells()});
+        } else {
+            known->count += block.grid->GetNumberOfCells();
+        }
+    }
+}
+
 }  // namespace
 
 DataSetInfo describeDataSet(const std::string& file, const std::string& time) {
     const VtkMessages silence;  // also of what VTK would say while memory ends
-    const OpenedDataSet opened = openDataSet(file, time);
+    const PieceList list = listPieces(file);
+    OpenedDataSet opened;
+    for (const Piece& piece : list.pieces) {
+        append(opened, openPiece(list, piece, time));
+    }
+    commonTime(file, opened.pieceTimes, time);
     DataSetInfo info;
     info.file = file;
-    info.format = opened.format;
+    info.format = list.format;
     info.times = opened.times;
     std::map<int, long long> shapes;
     std::map<long long, long long> numberedPatches;
@@ -129,9 +149,7 @@ DataSetInfo describeDataSet(const std::string& file, const std::string& time) {
     for (const auto& [number, faces] : numberedPatches) {
         info.patches.push_back({std::to_string(number), faces});
     }
-    for (const Block& block : opened.surfaces) {
-        info.patches.push_back({block.name, block.grid->GetNumberOfCells()});
-    }
+    addSurfaces(opened.surfaces, list.isCase(), info.patches);
     return info;
 }
 

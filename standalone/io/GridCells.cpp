@@ -60,7 +60,7 @@ std::vector<long long> CellCollector::append(vtkDataSet* grid, const std::vector
     for (vtkIdType c = 0; c < grid->GetNumberOfCells(); ++c) {
         const int dimension = cellDimension(grid->GetCellType(c));
         if (isGhost(ghosts, c)) {
-            ++ghosts_;
+            ++leftOut_.ghosts;
             continue;
         }
         collectNodes(grid, c, pointMap, ids, nodes_);
@@ -71,7 +71,7 @@ std::vector<long long> CellCollector::append(vtkDataSet* grid, const std::vector
         } else if (dimension == 2 && patchNumbers != nullptr) {
             patches_[static_cast<long long>(patchNumbers->GetComponent(c, 0))].append(nodes_);
         } else {
-            ++(dimension == 2 ? unassignedSurfaces_ : lowerCells_);
+            ++(dimension == 2 ? leftOut_.unassignedSurfaces : leftOut_.lowerCells);
         }
     }
     cellsBefore_ += grid->GetNumberOfCells();
@@ -158,26 +158,19 @@ void CellCollector::appendPolyhedron(vtkDataSet* grid, long long cell,
     mesh_.cellPolygons.append({});
 }
 
-std::vector<Patch> CellCollector::numberedPatches() const {
-    std::vector<Patch> patches;
-    for (const auto& [number, faces] : patches_) {
-        patches.push_back({std::to_string(number), faces});
-    }
-    return patches;
-}
-
-std::vector<std::string> CellCollector::remarks() const {
+std::vector<std::string> remarksOn(const LeftOut& leftOut) {
     std::vector<std::string> remarks;
-    if (ghosts_ > 0) {
-        remarks.push_back(std::to_string(ghosts_) + " ghost cells are left out.");
+    if (leftOut.ghosts > 0) {
+        remarks.push_back(std::to_string(leftOut.ghosts) + " ghost cells are left out.");
     }
-    if (unassignedSurfaces_ > 0) {
-        remarks.push_back(std::to_string(unassignedSurfaces_) +
+    if (leftOut.unassignedSurfaces > 0) {
+        remarks.push_back(std::to_string(leftOut.unassignedSurfaces) +
                           " surface cells are left out: no integer cell array such as 'PatchId' "
                           "gives them a patch.");
     }
-    if (lowerCells_ > 0) {
-        remarks.push_back(std::to_string(lowerCells_) + " point and line cells are left out.");
+    if (leftOut.lowerCells > 0) {
+        remarks.push_back(std::to_string(leftOut.lowerCells) +
+                          " point and line cells are left out.");
     }
     return remarks;
 }

@@ -10,11 +10,23 @@ class vtkDataSet;
 
 namespace weldline {
 
+// Numbers of cells that are no part of the mesh.
+struct LeftOut {
+    long long ghosts = 0;
+    long long unassignedSurfaces = 0;
+    long long lowerCells = 0;  // points and lines
+};
+
+// Sentences about them.
+std::vector<std::string> remarksOn(const LeftOut& leftOut);
+
 // Collects the volume cells of one grid after another.
 class CellCollector {
   public:
-    // `file` and `mesh` are borrowed; the mesh's points are the caller's business.
-    CellCollector(const std::string& file, CellMesh& mesh) : file_(file), mesh_(mesh) {}
+    // `file` and `mesh` are borrowed; the mesh's points are the caller's business. `cellsBefore` is
+    // the number of cells in the pieces before.
+    CellCollector(const std::string& file, CellMesh& mesh, long long cellsBefore)
+        : file_(file), mesh_(mesh), cellsBefore_(cellsBefore) {}
 
     // Appends the grid's volume cells; point p of the grid is point pointMap[p] of the mesh. 2-D
     // cells become patches by number where the grid has an integer array of patch numbers. Cells
@@ -22,11 +34,10 @@ class CellCollector {
     // for volume cells that are no plain shapes. Returns the grid's numbers of the cells taken.
     std::vector<long long> append(vtkDataSet* grid, const std::vector<int>& pointMap);
 
-    // Patches by number, named by the number, in ascending order.
-    std::vector<Patch> numberedPatches() const;
+    // Faces of the patches by number, in ascending order.
+    const std::map<long long, Rows>& numberedFaces() const { return patches_; }
 
-    // Sentences about what was left out.
-    std::vector<std::string> remarks() const;
+    const LeftOut& leftOut() const { return leftOut_; }
 
   private:
     void appendCell(vtkDataSet* grid, long long cell, const std::vector<int>& pointMap);
@@ -39,10 +50,8 @@ class CellCollector {
     CellMesh& mesh_;
     std::map<long long, Rows> patches_;
     std::vector<int> nodes_;  // working space
-    long long cellsBefore_ = 0;
-    long long ghosts_ = 0;
-    long long unassignedSurfaces_ = 0;
-    long long lowerCells_ = 0;
+    long long cellsBefore_;
+    LeftOut leftOut_;
 };
 
 // Number of 2-D cells of each numbered patch in a grid of volume cells.

@@ -18,6 +18,7 @@
 #include <cmath>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <new>
 #include <stdexcept>
 
@@ -65,26 +66,42 @@ std::string shortNumber(double value) {
     return {text.data(), end};
 }
 
-OpenedDataSet openByExtension(const std::string& file, const std::string& time) {
-    const std::string extension = lowerExtension(file);
-    if (extension == ".vtu") {
-        return openGrids(file, time, "VTK XML unstructured grid", readXmlGrids(file));
+// Takes over the time that a grid may carry as a field of one value.
+void readTime(vtkDataObject* data, OpenedDataSet& opened) {
+    vtkDataArray* value = data->GetFieldData()->GetArray("TimeValue");
+    if (opened.times.empty() && value != nullptr && value->GetNumberOfValues() == 1) {
+        opened.times = {value->GetComponent(0, 0)};
+        opened.pieceTimes = opened.times;
     }
-    if (extension == ".vtk") {
-        return openGrids(file, time, "legacy VTK unstructured grid", readLegacyGrid(file));
+}
+
+// A grid without cells may lack arrays and is left out.
+OpenedDataSet openGrids(const Piece& piece) {
+    checkReadable(piece.file);
+    const bool isLegacy = lowerExtension(piece.file) == ".vtk";
+    OpenedDataSet opened;
+    for (const Block& block : isLegacy ? readLegacyGrid(piece.file) : readXmlGrids(piece.file)) {
+        readTime(block.grid, opened);
+        if (block.grid->GetNumberOfCells() > 0) {
+            const char* separator = piece.name.empty() || block.name.empty() ? "" : ", ";
+            opened.volumes.push_back({piece.name + separator + block.name, block.grid});
+        }
     }
-    if (extension == ".pvtu") {
-        return openPieces(file, time);
+    return opened;
+}
+
+OpenedDataSet openByKind(const PieceList& list, const Piece& piece, const std::string& time) {
+    if (piece.kind == Piece::Kind::Case) {
+        return openFoamCase(list.file, piece.name, time);
     }
-    if (extension == ".vtm") {
-        return openMultiBlock(file, time);
+    if (piece.kind == Piece::Kind::Grids) {
+        return openGrids(piece);
     }
-    if (extension == ".foam") {
-        return openFoamCase(file, time);
+    OpenedDataSet opened = openBlock(piece);
+    for (const Block& block : opened.volumes) {
+        readTime(block.grid, opened);
     }
-    failOnInput(file,
-                "unknown kind of data set; .vtu, .pvtu, .vtk, .vtm and .foam (OpenFOAM "
-                "case) can be read");
+    return opened;
 }
 
 }  // namespace
@@ -106,13 +123,6 @@ void checkReadable(const std::string& file) {
     }
 }
 
-void readTimes(vtkDataObject* data, OpenedDataSet& opened) {
-    vtkDataArray* value = data->GetFieldData()->GetArray("TimeValue");
-    if (value != nullptr && value->GetNumberOfValues() == 1) {
-        opened.times = {value->GetComponent(0, 0)};
-    }
-}
-
 void failOnReaderError(const std::string& file, const VtkMessages& messages) {
     if (messages.hasError()) {
         failOnInput(file, "the file is damaged or incomplete (" + messages.firstError() + ")");
@@ -124,22 +134,6 @@ std::string lowerExtension(const std::string& file) {
     std::transform(extension.begin(), extension.end(), extension.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     return extension;
-}
-
-OpenedDataSet openGrids(const std::string& file, const std::string& time, const char* format,
-                        const std::vector<Block>& grids) {
-    OpenedDataSet opened;
-    opened.format = format;
-    for (const Block& block : grids) {
-        if (opened.times.empty()) {
-            readTimes(block.grid, opened);
-        }
-        if (block.grid->GetNumberOfCells() > 0) {
-            opened.volumes.push_back(block);
-        }
-    }
-    opened.time = chooseTime(file, opened.times, time);
-    return opened;
 }
 
 void addBlock(const std::string& file, const std::string& name, vtkDataObject* data,
@@ -192,15 +186,44 @@ std::optional<double> chooseTime(const std::string& file, const std::vector<doub
     return nearest;
 }
 
-OpenedDataSet openDataSet(const std::string& file, const std::string& time) {
-    checkReadable(file);
+OpenedDataSet openPiece(const PieceList& list, const Piece& piece, const std::string& time) {
     try {
-        return openByExtension(file, time);
+        return openByKind(list, piece, time);
     } catch (const std::bad_alloc&) {
-        failOnInput(file, "the file is damaged or larger than the memory");
+        failOnInput(list.file, "the file is damaged or larger than the memory");
     } catch (const std::length_error&) {
-        failOnInput(file, "the file is damaged");
+        failOnInput(list.file, "the file is damaged");
     }
+}
+
+void append(OpenedDataSet& opened, OpenedDataSet more) {
+    const auto move = [](auto& list, auto& tail) {
+        list.insert(list.end(), std::make_move_iterator(tail.begin()),
+                    std::make_move_iterator(tail.end()));
+    };
+    move(opened.volumes, more.volumes);
+    move(opened.surfaces, more.surfaces);
+    move(opened.otherBlocks, more.otherBlocks);
+    move(opened.pieceTimes, more.pieceTimes);
+    if (opened.times.empty()) {
+        opened.times = std::move(more.times);
+    }
+}
+
+std::optional<double> commonTime(const std::string& file, const std::vector<double>& pieceTimes,
+                                 const std::string& request) {
+    // Of files that each carry a time the first counts; the processes of a case go together.
+    const bool isCase = lowerExtension(file) == ".foam";
+    for (const double time : pieceTimes) {
+        if (isCase && time != pieceTimes.front()) {
+            failOnInput(file, "the folders of its processes end at different times (" +
+                                  shortNumber(pieceTimes.front()) + " and " + shortNumber(time) +
+                                  "); name a time that all of them have");
+        }
+    }
+    const std::size_t known = std::min<std::size_t>(pieceTimes.size(), 1);
+    return chooseTime(file, {pieceTimes.begin(), pieceTimes.begin() + static_cast<long>(known)},
+                      request);
 }
 
 }  // namespace weldline

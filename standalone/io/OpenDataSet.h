@@ -7,6 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "PieceList.h"
+
 // Internal to the reader: what VTK made of a file, before any cell is looked at.
 namespace weldline {
 
@@ -15,31 +17,33 @@ struct Block {
     vtkSmartPointer<vtkDataSet> grid;
 };
 
+// What pieces of a data set hold.
 struct OpenedDataSet {
-    std::string format;
     std::vector<Block> volumes;            // unstructured grids with volume cells
     std::vector<Block> surfaces;           // blocks whose cells are surfaces only
     std::vector<std::string> otherBlocks;  // names of blocks of other kinds
-    std::vector<double> times;
-    std::optional<double> time;
+    std::vector<double> times;             // of the first piece that has any
+    std::vector<double> pieceTimes;        // of every piece that has times the one that was read
 };
 
-// Opens a data set by its extension and reads the blocks at one time: "latest" or a time value.
-// Every grid returned has passed checkGrid. Throws InputError.
-OpenedDataSet openDataSet(const std::string& file, const std::string& time);
+// Reads one piece at one time: "latest" or a time value. Every grid has passed checkGrid. Throws
+// InputError.
+OpenedDataSet openPiece(const PieceList& list, const Piece& piece, const std::string& time);
 
-// The same for one kind of data set; openDataSet has checked that the file exists.
-OpenedDataSet openFoamCase(const std::string& file, const std::string& time);
-OpenedDataSet openPieces(const std::string& file, const std::string& time);      // .pvtu
-OpenedDataSet openMultiBlock(const std::string& file, const std::string& time);  // .vtm
+// Adds what a later piece holds.
+void append(OpenedDataSet& opened, OpenedDataSet more);
 
-// The grids of a data set that has no other blocks. A grid without cells may lack arrays and is
-// left out.
-OpenedDataSet openGrids(const std::string& file, const std::string& time, const char* format,
-                        const std::vector<Block>& grids);
+// The time that all pieces were read at, from what openPiece tells about each that has times; fits
+// the request. Throws InputError and UsageError.
+std::optional<double> commonTime(const std::string& file, const std::vector<double>& pieceTimes,
+                                 const std::string& request);
 
-// Takes over the time that a grid may carry as a field of one value.
-void readTimes(vtkDataObject* data, OpenedDataSet& opened);
+// openPiece for an OpenFOAM case; `processor` is empty or the folder of one process.
+OpenedDataSet openFoamCase(const std::string& file, const std::string& processor,
+                           const std::string& time);
+
+// openPiece for a file of a multi-block data set.
+OpenedDataSet openBlock(const Piece& piece);
 
 // Checks a block and puts it among the volumes, the surfaces or the others.
 void addBlock(const std::string& file, const std::string& name, vtkDataObject* data,

@@ -1,12 +1,15 @@
-#include <vtkInformation.h>
-#include <vtkInformationDoubleVectorKey.h>
+#include <vtkDoubleArray.h>
 #include <vtkMultiBlockDataSet.h>
 #include <vtkNew.h>
 #include <vtkOpenFOAMReader.h>
-#include <vtkStreamingDemandDrivenPipeline.h>
+#include <vtkStdString.h>
 
+#include <algorithm>
+#include <charconv>
+#include <cmath>
 #include <filesystem>
 #include <fstream>
+#include <limits>
 
 #include "OpenDataSet.h"
 #include "ReadGuard.h"
@@ -17,14 +20,16 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// VTK's reader takes some of these files for missing ones when it cannot open them.
-void checkMeshFiles(const std::string& file, const fs::path& folder) {
+// VTK's reader takes some of these files for missing ones when it cannot open them. `part` is empty
+// or the folder of a process.
+void checkMeshFiles(const std::string& file, const fs::path& part) {
+    const fs::path place = part / "constant" / "polyMesh";
     std::error_code none;
-    for (fs::directory_iterator at(folder / "constant" / "polyMesh", none), end; !none && at != end;
-         at.increment(none)) {
+    for (fs::directory_iterator at(fs::path(file).parent_path() / place, none), end;
+         !none && at != end; at.increment(none)) {
         std::error_code noFile;
         if (at->is_regular_file(noFile) && !std::ifstream(at->path())) {
-            failOnInput(file, "its file 'constant/polyMesh/" + at->path().filename().string() +
+            failOnInput(file, "its file '" + (place / at->path().filename()).string() +
                                   "' cannot be opened for reading; check its permissions");
         }
     }
@@ -42,7 +47,6 @@ void checkCase(const std::string& file) {
     if (!fs::exists(folder / "system" / "controlDict", none)) {
         failOnInput(file, "the OpenFOAM case has no 'system/controlDict'");
     }
-    checkMeshFiles(file, folder);
 }
 
 double sizeOfFiles(const fs::path& folder) {
@@ -57,8 +61,7 @@ double sizeOfFiles(const fs::path& folder) {
 }
 
 // Of the mesh and of the fields at all times: the reader looks into each.
-double sizeOfCase(const std::string& file) {
-    const fs::path folder = fs::absolute(file).parent_path();
+double sizeOfCase(const fs::path& folder) {
     double size = sizeOfFiles(folder / "constant" / "polyMesh");
     std::error_code none;
     for (fs::directory_iterator at(folder, none), end; !none && at != end; at.increment(none)) {
@@ -67,46 +70,143 @@ double sizeOfCase(const std::string& file) {
     return size;
 }
 
-void failOnMessages(const std::string& file, const VtkMessages& messages) {
-    if (messages.hasError()) {
-        failOnInput(file,
-                    "the OpenFOAM case is damaged or incomplete (" + messages.firstError() + ")");
+fs::path folderOf(const std::string& file, const std::string& processor) {
+    return fs::absolute(file).parent_path() / processor;
+}
+
+// The number in "processor17", -1 for another name.
+int processorNumber(const std::string& name) {
+    constexpr std::string_view start = "processor";
+    int number = -1;
+    const char* end = name.data() + name.size();
+    if (!name.starts_with(start) ||
+        std::from_chars(name.data() + start.size(), end, number).ptr != end) {
+        return -1;
+    }
+    return number;
+}
+
+// By number.
+std::vector<std::string> processorFolders(const fs::path& folder) {
+    std::vector<std::string> names;
+    std::error_code none;
+    for (fs::directory_iterator at(folder, none), end; !none && at != end; at.increment(none)) {
+        const std::string name = at->path().filename().string();
+        std::error_code noFolder;
+        if (processorNumber(name) >= 0 && at->is_directory(noFolder)) {
+            names.push_back(name);
+        }
+    }
+    std::sort(names.begin(), names.end(), [](const std::string& a, const std::string& b) {
+        return processorNumber(a) < processorNumber(b);
+    });
+    return names;
+}
+
+// Of the folders named by a number; minus infinity where there is none.
+double latestTime(const fs::path& folder) {
+    double latest = -std::numeric_limits<double>::infinity();
+    std::error_code none;
+    for (fs::directory_iterator at(folder, none), end; !none && at != end; at.increment(none)) {
+        const std::string name = at->path().filename().string();
+        double time = 0.0;
+        const char* last = name.data() + name.size();
+        const auto parsed = std::from_chars(name.data(), last, time);
+        if (parsed.ec == std::errc() && parsed.ptr == last && std::isfinite(time)) {
+            latest = std::max(latest, time);
+        }
+    }
+    return latest;
+}
+
+bool readsProcessors(const fs::path& folder, const std::vector<std::string>& processors) {
+    std::error_code none;
+    return !processors.empty() && (!fs::is_directory(folder / "constant" / "polyMesh", none) ||
+                                   latestTime(folder / processors.front()) > latestTime(folder));
+}
+
+void checkProcessors(const std::string& file, const std::vector<std::string>& processors) {
+    for (std::size_t p = 0; p < processors.size(); ++p) {
+        if (processorNumber(processors[p]) != static_cast<int>(p)) {
+            failOnInput(file, "the decomposed OpenFOAM case has no folder 'processor" +
+                                  std::to_string(p) + "'; all parts of the mesh are needed");
+        }
     }
 }
 
-}  // namespace
+void failOnMessages(const std::string& file, const std::string& processor,
+                    const VtkMessages& messages) {
+    if (messages.hasError()) {
+        failOnInput(file, "the OpenFOAM case is damaged or incomplete (" +
+                              (processor.empty() ? "" : processor + ": ") + messages.firstError() +
+                              ")");
+    }
+}
 
-OpenedDataSet openFoamCase(const std::string& file, const std::string& time) {
-    checkCase(file);
-    const VtkMessages messages;
-    const ReadGuard guard(file, sizeOfCase(file));
-    vtkNew<vtkOpenFOAMReader> reader;
+void configure(vtkOpenFOAMReader* reader, const std::string& file) {
     reader->SetFileName(file.c_str());
     reader->DecomposePolyhedraOff();
     reader->CreateCellToPointOff();
     reader->SetSkipZeroTime(false);
     reader->ReadZonesOff();
-    reader->UpdateInformation();
-    failOnMessages(file, messages);
+}
+
+}  // namespace
+
+std::vector<Piece> listCase(const std::string& file) {
+    checkCase(file);
+    const fs::path folder = folderOf(file, "");
+    const std::vector<std::string> processors = processorFolders(folder);
+    if (!readsProcessors(folder, processors)) {
+        return {{Piece::Kind::Case, file, "", sizeOfFiles(folder / "constant" / "polyMesh")}};
+    }
+    checkProcessors(file, processors);
+    std::vector<Piece> pieces;
+    for (const std::string& name : processors) {
+        pieces.push_back(
+            {Piece::Kind::Case, file, name, sizeOfFiles(folder / name / "constant" / "polyMesh")});
+    }
+    return pieces;
+}
+
+// The reader of a part leaves what is chosen to another reader, its parent; that is how VTK's own
+// reader of decomposed cases goes about it, which needs all parts in one process or MPI of its own.
+OpenedDataSet openFoamCase(const std::string& file, const std::string& processor,
+                           const std::string& time) {
+    checkMeshFiles(file, processor);
+    const VtkMessages messages;
+    const ReadGuard guard(file, sizeOfCase(folderOf(file, processor)));
+    vtkNew<vtkOpenFOAMReader> choice;
+    vtkNew<vtkOpenFOAMReader> reader;
+    configure(choice, file);
+    configure(reader, file);
+    reader->SetParent(choice);
+    const bool isCase = reader->MakeInformationVector(nullptr, processor) != 0 &&
+                        reader->MakeMetaDataAtTimeStep(true) != 0;
+    failOnMessages(file, processor, messages);
+    if (!isCase) {
+        failOnInput(file, "the OpenFOAM case is damaged or incomplete");
+    }
 
     OpenedDataSet opened;
-    opened.format = "OpenFOAM case";
-    vtkInformation* information = reader->GetOutputInformation(0);
-    vtkInformationDoubleVectorKey* timesKey = vtkStreamingDemandDrivenPipeline::TIME_STEPS();
-    if (information->Has(timesKey) != 0) {
-        const double* first = information->Get(timesKey);
-        opened.times.assign(first, first + information->Length(timesKey));
+    vtkDoubleArray* times = reader->GetTimeValues();
+    for (vtkIdType i = 0; times != nullptr && i < times->GetNumberOfTuples(); ++i) {
+        opened.times.push_back(times->GetValue(i));
     }
-    opened.time = chooseTime(file, opened.times, time);
-    reader->EnableAllPatchArrays();
-    reader->EnableAllCellArrays();
-    if (opened.time) {
-        reader->UpdateTimeStep(*opened.time);
-    } else {
-        reader->Update();
+    choice->EnableAllPatchArrays();
+    choice->EnableAllCellArrays();
+    if (const std::optional<double> chosen = chooseTime(file, opened.times, time)) {
+        opened.pieceTimes = {*chosen};
+        reader->SetTimeValue(*chosen);
     }
-    failOnMessages(file, messages);
+    reader->Modified();
+    reader->MakeMetaDataAtTimeStep(false);
+    reader->Update();
+    failOnMessages(file, processor, messages);
     collectBlocks(file, reader->GetOutput(), opened);
+    for (Block& block : opened.volumes) {
+        block.name = (processor.empty() ? "" : processor + ", ") + block.name;
+    }
     return opened;
 }
 

@@ -50,73 +50,74 @@ vtkSmartPointer<vtkPolyData> readSurface(const std::string& file) {
     return reader->GetOutput();
 }
 
-void addFile(const std::string& file, const std::string& name, OpenedDataSet& opened) {
-    checkReadable(file);
-    const std::string extension = lowerExtension(file);
-    if (extension == ".vtu") {
-        for (const Block& block : readXmlGrids(file)) {
-            const std::string piece = block.name.empty() ? "" : ", " + block.name;
-            addBlock(file, name + piece, block.grid, opened);
-        }
-    } else if (extension == ".vtp") {
-        addBlock(file, name, readSurface(file), opened);
-    } else {
-        opened.otherBlocks.push_back(name);
-    }
+double sizeOf(const std::string& file) {
+    std::error_code none;
+    const std::uintmax_t bytes = fs::file_size(file, none);
+    return none ? 0.0 : static_cast<double>(bytes);
 }
 
 // Blocks may hold blocks; a block without a name is called by its place.
-void addBlocks(const std::string& file, vtkXMLDataElement* parent, OpenedDataSet& opened) {
+void addBlocks(const std::string& file, vtkXMLDataElement* parent, std::vector<Piece>& pieces) {
     for (int e = 0; e < parent->GetNumberOfNestedElements(); ++e) {
         vtkXMLDataElement* element = parent->GetNestedElement(e);
         const std::string kind = element->GetName();
         const std::string source = attribute(element, "file");
         if (kind == "DataSet" && !source.empty()) {
             const std::string name = attribute(element, "name");
-            addFile(besides(file, source), name.empty() ? "block " + std::to_string(e) : name,
-                    opened);
+            const std::string path = besides(file, source);
+            const std::string extension = lowerExtension(path);
+            const bool isGrid = extension == ".vtu" || extension == ".vtp";
+            pieces.push_back({isGrid ? Piece::Kind::Block : Piece::Kind::Other, path,
+                              name.empty() ? "block " + std::to_string(e) : name, sizeOf(path)});
         } else if (kind == "Block" || kind == "Piece") {
-            addBlocks(file, element, opened);
+            addBlocks(file, element, pieces);
         }
     }
 }
 
 }  // namespace
 
-OpenedDataSet openPieces(const std::string& file, const std::string& time) {
+std::vector<Piece> listGridFiles(const std::string& file) {
     const VtkMessages messages;
     const auto list = findElement(file, "PUnstructuredGrid");
-    std::vector<Block> grids;
+    std::vector<Piece> pieces;
     for (int e = 0; list != nullptr && e < list->GetNumberOfNestedElements(); ++e) {
         const std::string source = attribute(list->GetNestedElement(e), "Source");
-        if (source.empty()) {
-            continue;
-        }
-        const std::string piece = besides(file, source);
-        checkReadable(piece);
-        for (const Block& block : readXmlGrids(piece)) {
-            grids.push_back({source + (block.name.empty() ? "" : ", " + block.name), block.grid});
+        if (!source.empty()) {
+            const std::string path = besides(file, source);
+            pieces.push_back({Piece::Kind::Grids, path, source, sizeOf(path)});
         }
     }
-    if (grids.empty()) {
+    if (pieces.empty()) {
         failOnInput(file, "the file names no pieces of a VTK XML unstructured grid");
     }
-    return openGrids(file, time, "VTK XML unstructured grid in pieces", grids);
+    return pieces;
 }
 
-OpenedDataSet openMultiBlock(const std::string& file, const std::string& time) {
+std::vector<Piece> listBlockFiles(const std::string& file) {
     const VtkMessages messages;
     const auto list = findElement(file, "vtkMultiBlockDataSet");
     if (list == nullptr) {
         failOnInput(file, "the file holds no VTK XML multi-block data set");
     }
+    std::vector<Piece> pieces;
+    addBlocks(file, list, pieces);
+    return pieces;
+}
+
+OpenedDataSet openBlock(const Piece& piece) {
+    checkReadable(piece.file);
     OpenedDataSet opened;
-    opened.format = "VTK XML multi-block data set";
-    addBlocks(file, list, opened);
-    for (const Block& block : opened.volumes) {
-        readTimes(block.grid, opened);
+    if (piece.kind == Piece::Kind::Other) {
+        opened.otherBlocks.push_back(piece.name);
+    } else if (lowerExtension(piece.file) == ".vtp") {
+        addBlock(piece.file, piece.name, readSurface(piece.file), opened);
+    } else {
+        for (const Block& block : readXmlGrids(piece.file)) {
+            const std::string part = block.name.empty() ? "" : ", " + block.name;
+            addBlock(piece.file, piece.name + part, block.grid, opened);
+        }
     }
-    opened.time = chooseTime(file, opened.times, time);
     return opened;
 }
 

@@ -6,18 +6,6 @@
 namespace weldline {
 namespace {
 
-std::uint64_t placeKey(Vec3 p) {
-    std::uint64_t key = 0;
-    for (const double coordinate : {p.x, p.y, p.z}) {
-        // Adding zero turns -0.0 into 0.0. The finaliser is that of SplitMix64.
-        key += std::bit_cast<std::uint64_t>(coordinate + 0.0) + 0x9e3779b97f4a7c15ULL;
-        key = (key ^ (key >> 30U)) * 0xbf58476d1ce4e5b9ULL;
-        key = (key ^ (key >> 27U)) * 0x94d049bb133111ebULL;
-        key ^= key >> 31U;
-    }
-    return key;
-}
-
 bool isSamePlace(Vec3 a, Vec3 b) {
     return a.x == b.x && a.y == b.y && a.z == b.z;
 }
@@ -61,6 +49,18 @@ std::vector<int> findTwins(const std::vector<Vec3>& points, std::span<const int>
 }
 
 }  // namespace
+
+std::uint64_t placeKey(Vec3 place) {
+    std::uint64_t key = 0;
+    for (const double coordinate : {place.x, place.y, place.z}) {
+        // Adding zero turns -0.0 into 0.0. The finaliser is that of SplitMix64.
+        key += std::bit_cast<std::uint64_t>(coordinate + 0.0) + 0x9e3779b97f4a7c15ULL;
+        key = (key ^ (key >> 30U)) * 0xbf58476d1ce4e5b9ULL;
+        key = (key ^ (key >> 27U)) * 0x94d049bb133111ebULL;
+        key ^= key >> 31U;
+    }
+    return key;
+}
 
 PointIndex::PointIndex(const std::vector<Vec3>& points)
     : points_(points), keys_(sortedKeys(points)) {}

@@ -8,10 +8,13 @@
 
 namespace weldline {
 
-// Finds points by their exact coordinates; 0.0 and -0.0 are the same.
+// A number that depends on the place alone; 0.0 and -0.0 are the same.
+std::uint64_t placeKey(Vec3 place);
+
+// Finds points by their exact coordinates.
 class PointIndex {
   public:
-    explicit PointIndex(const std::vector<Vec3>& points);
+    explicit PointIndex(const std::vector<Vec3>& points);  // borrowed
 
     // The lowest number of a point at this place, -1 where there is none.
     int find(Vec3 place) const;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -21,7 +22,7 @@ struct BoundaryGroups {
     struct PatchSummary {
         std::string name;
         GroupKind kind = GroupKind::Wall;
-        int faces = 0;
+        std::int64_t faces = 0;
     };
     std::vector<GroupKind> kinds;       // per boundary face of the mesh, from face innerFaces on
     std::vector<PatchSummary> patches;  // in the data set's order; a last entry "(no patch)" counts

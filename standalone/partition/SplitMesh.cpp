@@ -2,11 +2,9 @@
 
 #include <algorithm>
 #include <numeric>
-#include <unordered_map>
 
-#include "mesh/CellSides.h"
+#include "PatchFaceCells.h"
 #include "mesh/MeshFaults.h"
-#include "mesh/NodeSets.h"
 
 namespace weldline {
 
@@ -17,51 +15,6 @@ constexpr int none = -1;
 std::size_t at(int number) {
     return static_cast<std::size_t>(number);
 }
-
-// Finds the cells of patch faces: one pass over the sides of all cells, in which only the few that
-// have the key of a patch face are looked at.
-class PatchFaceCells {
-  public:
-    explicit PatchFaceCells(const MeshPart& whole) : m_whole(whole) {
-        for (std::size_t p = 0; p < whole.patches.size(); ++p) {
-            const Rows& faces = whole.patches[p].faces;
-            m_cells.emplace_back(at(faces.count()), none);
-            for (int i = 0; i < faces.count(); ++i)
-                m_faces.emplace(nodeSetKey(faces[i]), std::pair{p, i});
-        }
-    }
-
-    // Per patch and face its cell. Throws InputError where there is none, or two.
-    std::vector<std::vector<int>> find() {
-        if (!m_faces.empty()) visitSides();
-        for (std::size_t p = 0; p < m_cells.size(); ++p)
-            for (std::size_t i = 0; i < m_cells[p].size(); ++i)
-                if (m_cells[p][i] < 0) failOnForeignFace(m_whole.patches[p], static_cast<int>(i));
-        return std::move(m_cells);
-    }
-
-  private:
-    static constexpr int inside = -2;  // a face between two cells
-
-    void visitSides() {
-        const CellSides sides(m_whole.mesh);
-        CellSides::Corners space;
-        for (int s = 0; s < sides.count(); ++s) {
-            const std::span<const int> nodes = sides.polygon(s, space);
-            const auto [begin, end] = m_faces.equal_range(nodeSetKey(nodes));
-            for (auto it = begin; it != end; ++it) {
-                const auto [p, i] = it->second;
-                if (!sameNodeSet(m_whole.patches[p].faces[i], nodes)) continue;
-                int& cell = m_cells[p][at(i)];
-                cell = cell == none ? sides.cell(s) : inside;
-            }
-        }
-    }
-
-    const MeshPart& m_whole;
-    std::unordered_multimap<std::uint64_t, std::pair<std::size_t, int>> m_faces;  // patch, face
-    std::vector<std::vector<int>> m_cells;
-};
 
 void appendRow(Rows& rows, const Rows& from, int row) {
     rows.append(from[row]);
@@ -91,9 +44,13 @@ void MeshSplitter::listCells(int parts) {
 }
 
 void MeshSplitter::placePatchFaces() {
-    m_partOfPatchFace = PatchFaceCells(m_whole).find();
-    for (std::vector<int>& faces : m_partOfPatchFace)
-        for (int& entry : faces) entry = m_partOfCell[at(entry)];
+    m_partOfPatchFace = cellsOfPatchFaces(m_whole);
+    for (std::size_t p = 0; p < m_partOfPatchFace.size(); ++p)
+        for (std::size_t i = 0; i < m_partOfPatchFace[p].size(); ++i) {
+            int& entry = m_partOfPatchFace[p][i];
+            if (entry < 0) failOnForeignFace(m_whole.patches[p], static_cast<int>(i));
+            entry = m_partOfCell[at(entry)];
+        }
 }
 
 void MeshSplitter::placeFreePoints() {

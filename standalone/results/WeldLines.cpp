@@ -4,8 +4,11 @@
 #include <cmath>
 #include <limits>
 #include <numeric>
+#include <unordered_map>
 
+#include "LineRecords.h"
 #include "bind/FillTime.h"
+#include "comm/Messages.h"
 
 namespace weldline {
 
@@ -49,20 +52,44 @@ void joinAlongEdges(const FvMesh& mesh, const std::vector<bool>& weld, NodeSets&
     }
 }
 
-// Nodes of each set, sets in order of their smallest node, nodes ascending.
-std::vector<WeldLine> collect(const std::vector<bool>& weld, NodeSets& sets) {
-    std::vector<WeldLine> lines;
-    std::vector<int> lineOfSet(weld.size(), -1);
-    for (int n = 0; n < static_cast<int>(weld.size()); ++n) {
-        if (!weld[n]) continue;
-        int& line = lineOfSet[sets.find(n)];
-        if (line < 0) {
-            line = static_cast<int>(lines.size());
-            lines.emplace_back();
-        }
-        lines[line].nodes.push_back(n);
+// What the other ranks hold of shared nodes, one value per node; `take` gets each with its node.
+template <class Value, class Take>
+void exchangeShared(const RankPart& part, const std::vector<Value>& ofNode, Take take) {
+    const std::vector<SharedNodes>& shared = part.interface.sharedNodes;
+    std::vector<std::vector<Value>> messages(static_cast<std::size_t>(part.ranks.size()));
+    for (const SharedNodes& link : shared)
+        for (const int node : link.nodes)
+            messages[static_cast<std::size_t>(link.rank)].push_back(
+                ofNode[static_cast<std::size_t>(node)]);
+    messages = exchangeValues(part.ranks, messages);
+    for (const SharedNodes& link : shared)
+        for (std::size_t i = 0; i < link.nodes.size(); ++i)
+            take(link.nodes[i], messages[static_cast<std::size_t>(link.rank)][i]);
+}
+
+// Per weld node the number of the smallest node of its weld line, -1 for other nodes. The smallest
+// number travels from rank to rank until it has reached all of its line.
+std::vector<std::int64_t> smallestNodes(const RankPart& part, const std::vector<bool>& weld,
+                                        NodeSets& sets) {
+    std::vector<std::int64_t> smallest(weld.size(), -1);
+    const auto spread = [&] {
+        for (int n = 0; n < static_cast<int>(weld.size()); ++n)
+            if (weld[n]) smallest[n] = smallest[sets.find(n)];
+    };
+    for (int n = 0; n < static_cast<int>(weld.size()); ++n)
+        if (weld[n]) smallest[n] = part.nodeNumber[sets.find(n)];
+    for (std::int64_t changes = 1; changes > 0;) {
+        changes = 0;
+        exchangeShared(part, smallest, [&](int node, std::int64_t other) {
+            if (!weld[node]) return;
+            std::int64_t& own = smallest[sets.find(node)];
+            if (other < own) ++changes;
+            own = std::min(own, other);
+        });
+        spread();
+        changes = part.ranks.sum(changes);
     }
-    return lines;
+    return smallest;
 }
 
 // Largest fill time among the reached cells around each weld node.
@@ -78,69 +105,62 @@ std::vector<double> formationTimes(const FvMesh& mesh, const std::vector<float>&
     return times;
 }
 
-void measureAngles(WeldLine& line, const std::vector<double>& angles) {
-    double sum = 0.0;
-    line.smallestAngle = 180.0;
-    for (const int n : line.nodes) {
-        const double angle = reportedAngle(angles[n]);
-        line.smallestAngle = std::min(line.smallestAngle, angle);
-        sum += angle;
-    }
-    line.meanAngle = sum / static_cast<double>(line.nodes.size());
-}
-
-void measurePlace(WeldLine& line, const std::vector<Vec3>& points) {
-    line.low = line.high = points[line.nodes.front()];
-    Vec3 sum;
-    for (const int n : line.nodes) {
-        const Vec3 p = points[n];
-        line.low = {std::min(line.low.x, p.x), std::min(line.low.y, p.y),
-                    std::min(line.low.z, p.z)};
-        line.high = {std::max(line.high.x, p.x), std::max(line.high.y, p.y),
-                     std::max(line.high.z, p.z)};
-        sum = sum + p;
-    }
-    line.centroid = (1.0 / static_cast<double>(line.nodes.size())) * sum;
-}
-
-void measureTimes(WeldLine& line, const std::vector<double>& formationTime) {
-    line.firstTime = line.lastTime = noTime;
-    for (const int n : line.nodes) {
-        const double time = formationTime[n];
-        if (std::isnan(time)) continue;
-        if (!(line.firstTime <= time)) line.firstTime = time;
-        if (!(line.lastTime >= time)) line.lastTime = time;
-    }
-}
-
 }  // namespace
+
+std::vector<bool> ownedNodes(const RankPart& part) {
+    std::vector<bool> owned(part.nodeNumber.size(), true);
+    for (const SharedNodes& link : part.interface.sharedNodes)
+        if (link.rank < part.ranks.rank())
+            for (const int node : link.nodes) owned[static_cast<std::size_t>(node)] = false;
+    return owned;
+}
 
 WeldLines findWeldLines(const FvMesh& mesh, const std::vector<double>& angles,
                         const std::vector<float>& fillTime, double limit) {
+    UncutMesh uncut(mesh.pointCount());
+    return findWeldLines(uncut.part(), mesh, angles, fillTime, limit);
+}
+
+WeldLines findWeldLines(const RankPart& part, const FvMesh& mesh, const std::vector<double>& angles,
+                        const std::vector<float>& fillTime, double limit) {
     WeldLines result;
+    Ranks& ranks = part.ranks;
+    const std::vector<bool> owned = ownedNodes(part);
     std::vector<bool> weld(angles.size());
     for (std::size_t n = 0; n < angles.size(); ++n) {
         weld[n] = angles[n] < 180.0 && angles[n] < limit;
-        result.weldNodes += weld[n] ? 1 : 0;
-        result.undefinedNodes += std::isnan(angles[n]) ? 1 : 0;
+        result.weldNodes += weld[n] && owned[n] ? 1 : 0;
+        result.undefinedNodes += std::isnan(angles[n]) && owned[n] ? 1 : 0;
     }
+    result.weldNodes = ranks.sum(result.weldNodes);
+    result.undefinedNodes = ranks.sum(result.undefinedNodes);
     NodeSets sets(static_cast<int>(angles.size()));
     joinAlongEdges(mesh, weld, sets);
-    result.lines = collect(weld, sets);
-    // Stable, so that lines of equal size stay in order of their smallest node.
-    std::stable_sort(
-        result.lines.begin(), result.lines.end(),
-        [](const WeldLine& a, const WeldLine& b) { return a.nodes.size() > b.nodes.size(); });
+    const std::vector<std::int64_t> smallest = smallestNodes(part, weld, sets);
 
-    result.formationTime = formationTimes(mesh, fillTime, weld);
+    std::vector<double>& times = result.formationTime;
+    times = formationTimes(mesh, fillTime, weld);
+    exchangeShared(part, std::vector<double>(times), [&](int node, double other) {
+        if (!std::isnan(other) && !(times[node] >= other)) times[node] = other;
+    });
+
+    LineRecords records;
+    for (std::size_t n = 0; n < weld.size(); ++n)
+        if (weld[n] && owned[n])
+            records.add(smallest[n], reportedAngle(angles[n]), mesh.points[n], times[n]);
+    const std::vector<LineRecord> lines = recordsOfAll(ranks, records);
+
     result.nodeLine.assign(angles.size(), 0);
-    int id = 0;
-    for (WeldLine& line : result.lines) {
-        line.id = ++id;
-        for (const int n : line.nodes) result.nodeLine[n] = line.id;
-        measureAngles(line, angles);
-        measurePlace(line, mesh.points);
-        measureTimes(line, result.formationTime);
+    std::unordered_map<std::int64_t, int> idOf;
+    for (const LineRecord& record : lines) {
+        result.lines.push_back(lineOf(record));
+        result.lines.back().id = static_cast<int>(result.lines.size());
+        idOf[record.smallestNode] = result.lines.back().id;
+    }
+    for (std::size_t n = 0; n < weld.size(); ++n) {
+        if (!weld[n]) continue;
+        result.nodeLine[n] = idOf.at(smallest[n]);
+        result.lines[result.nodeLine[n] - 1].nodes.push_back(static_cast<int>(n));
     }
     return result;
 }

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
+#include "bind/RankPart.h"
 #include "mesh/FvMesh.h"
 
 namespace weldline {
@@ -9,7 +11,8 @@ namespace weldline {
 // One weld line: a connected set of weld nodes. Times and lengths in the data set's units.
 struct WeldLine {
     int id = 0;                  // from 1: 1 has the most nodes
-    std::vector<int> nodes;      // 0-based, ascending
+    std::int64_t nodeCount = 0;  // in the whole mesh
+    std::vector<int> nodes;      // those of this rank, 0-based, ascending
     double smallestAngle = 0.0;  // degrees, as reported (see reportedAngle)
     double meanAngle = 0.0;      // mean of the reported angles of the nodes
     Vec3 low, high;              // box of the nodes
@@ -19,12 +22,12 @@ struct WeldLine {
 };
 
 struct WeldLines {
-    std::vector<WeldLine> lines;        // ordered by id
+    std::vector<WeldLine> lines;        // ordered by id; of the whole mesh
     std::vector<int> nodeLine;          // per node: id of its weld line, 0 none
     std::vector<double> formationTime;  // per node of a weld line: the largest fill time among the
                                         // reached cells around it; NaN for all other nodes
-    int weldNodes = 0;                  // nodes in weld lines
-    int undefinedNodes = 0;             // nodes whose angle is NaN; in no weld line
+    std::int64_t weldNodes = 0;         // nodes in weld lines; of the whole mesh
+    std::int64_t undefinedNodes = 0;    // nodes whose angle is NaN; in no weld line
 };
 
 // The angle that tables and summaries show. Two streams that meet exactly head-on leave the angle a
@@ -43,5 +46,15 @@ inline double reportedAngle(double angle) {
 // did not come). Cost: linear in the size of the mesh.
 WeldLines findWeldLines(const FvMesh& mesh, const std::vector<double>& angles,
                         const std::vector<float>& fillTime, double limit = 180.0);
+
+// The same on the parts of a mesh: weld lines of the whole, joined through the nodes that ranks
+// share, whose angles are the same on all of them. The number of a line does not depend on the
+// ranks; means may differ in their last digits, because sums go rank by rank. Collective. No rank
+// sees more of another than its shared nodes; rank 0 sees what each has of each line.
+WeldLines findWeldLines(const RankPart& part, const FvMesh& mesh, const std::vector<double>& angles,
+                        const std::vector<float>& fillTime, double limit);
+
+// Per node whether nobody of lower rank has it, so that each node of the whole mesh counts once.
+std::vector<bool> ownedNodes(const RankPart& part);
 
 }  // namespace weldline
