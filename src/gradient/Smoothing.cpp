@@ -115,10 +115,12 @@ void Smoothing::smoothTogether(const CellVectors& g, int nPass) {
     }
     if (!m_faces.has_value()) m_faces.emplace(m_record);
     const Extent extent = extentOf(m_record);
-    m_vectors.resize(slotsUpTo(extent.slots));
-    m_vectorSums.resize(m_vectors.size());
-    Vec3* phi = m_vectors.data();
-    Vec3* S = m_vectorSums.data();
+    if (m_vectorSums == nullptr) {
+        m_vectors = m_memory.zeros<Vec3>(slotsUpTo(extent.slots));
+        m_vectorSums = m_memory.zeros<Vec3>(slotsUpTo(extent.slots));
+    }
+    Vec3* phi = m_vectors;
+    Vec3* S = m_vectorSums;
     for (int c = 1; c <= extent.slots; ++c) phi[c] = g[c];
     for (int pass = 1; pass <= nPass; ++pass) {
         std::fill_n(S + 1, extent.slots, Vec3{0.0, 0.0, 0.0});

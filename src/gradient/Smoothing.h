@@ -1,7 +1,6 @@
 #pragma once
 
 #include <optional>
-#include <vector>
 
 #include "SmoothingFaces.h"
 #include "Vec3.h"
@@ -27,8 +26,9 @@ class Smoothing {
 
     CKVR3DWeldLine& m_record;
     std::optional<SmoothingFaces> m_faces;
-    std::vector<Vec3> m_vectors;     // the set, cell by cell
-    std::vector<Vec3> m_vectorSums;  // its sums S
+    ArrayOwner m_memory;
+    Vec3* m_vectors = nullptr;     // the set, cell by cell
+    Vec3* m_vectorSums = nullptr;  // its sums S
 };
 
 }  // namespace weldline::core
