@@ -5,8 +5,6 @@
 #include <numeric>
 #include <random>
 
-#include "base/Errors.h"
-
 namespace weldline::performance {
 
 namespace {
@@ -61,12 +59,6 @@ double distance(Vec3 a, Vec3 b) {
 }
 
 }  // namespace
-
-Shape shapeNamed(const std::string& name) {
-    if (name == "hexahedra") return Shape::Hexahedra;
-    if (name == "tetrahedra") return Shape::Tetrahedra;
-    throw UsageError("'" + name + "' is no shape; give hexahedra or tetrahedra");
-}
 
 CellMesh boxCells(const MeshChoice& choice) {
     const Box box(choice.edge);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <string>
 #include <vector>
 
 #include "mesh/BoundaryGroups.h"
@@ -18,9 +17,6 @@ struct MeshChoice {
     int edge = 100;
     bool shuffled = false;  // cells and faces in random order, as far from neighbourhood as can be
 };
-
-// Reads "hexahedra" or "tetrahedra". Throws UsageError.
-Shape shapeNamed(const std::string& name);
 
 // A box of cubes of side 1 mm, in metres, numbered row by row unless shuffled.
 CellMesh boxCells(const MeshChoice& choice);

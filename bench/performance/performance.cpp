@@ -8,35 +8,12 @@
 
 #include "CalculationStages.h"
 #include "HostStages.h"
+#include "ReadChoice.h"
 #include "base/Errors.h"
 
 namespace {
 
 using namespace weldline::performance;
-
-constexpr const char* kUsage =
-    "usage: weldline_performance [hexahedra|tetrahedra] [EDGE] [shuffled] [--benchmark_...]\n"
-    "\n"
-    "  EDGE      cubes along each edge of the box (100); a cube is one hexahedron or six\n"
-    "            tetrahedra\n"
-    "  shuffled  cells and faces in random order\n"
-    "Options of Google Benchmark choose the stages, their repetitions and the output.\n";
-
-MeshChoice readChoice(int argc, char** argv) {
-    MeshChoice choice;
-    for (int i = 1; i < argc; ++i) {
-        const std::string word = argv[i];
-        if (word == "shuffled")
-            choice.shuffled = true;
-        else if (!word.empty() && word.find_first_not_of("0123456789") == std::string::npos)
-            choice.edge = std::stoi(word);
-        else
-            choice.shape = shapeNamed(word);
-    }
-    if (choice.edge < 2 || choice.edge > 400)
-        throw weldline::UsageError("EDGE must be from 2 to 400");
-    return choice;
-}
 
 void registerStage(const Stage& stage) {
     const auto body = [stage](benchmark::State& state) {
@@ -67,7 +44,7 @@ void describe(BoundCase& bound) {
 int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     try {
-        BoundCase bound(readChoice(argc, argv));
+        BoundCase bound(readChoice(argc - 1, argv + 1));
         describe(bound);
         for (const auto& stages :
              {calculationStages(bound), graphStages(bound), hostStages(bound), vtkStages(bound)})
@@ -77,7 +54,10 @@ int main(int argc, char** argv) {
         benchmark::ClearRegisteredBenchmarks();
         return 0;
     } catch (const weldline::UsageError& error) {
-        std::cerr << error.what() << "\n" << kUsage;
+        std::cerr << error.what() << "\nusage: weldline_performance [MESH] [--benchmark_...]\n"
+                  << kChoiceUsage
+                  << "Options of Google Benchmark choose the stages, their repetitions and the "
+                     "output.\n";
         return 2;
     }
 }
