@@ -10,7 +10,8 @@ namespace weldline::performance {
 Stages hostStages(BoundCase& bound);
 
 // Work of the same kind by VTK ("vtk") on the same cells: the surface out of the cells, and the
-// gradient of the fill time. Borrows `bound`.
-Stages vtkStages(BoundCase& bound);
+// gradient of the fill time. Borrow `bound`.
+Stages surfaceFilterStages(BoundCase& bound);
+Stages gradientFilterStages(BoundCase& bound);
 
 }  // namespace weldline::performance

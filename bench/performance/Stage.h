@@ -16,4 +16,10 @@ struct Stage {
 };
 using Stages = std::vector<Stage>;
 
+inline Stages joined(const std::vector<Stages>& lists) {
+    Stages all;
+    for (const Stages& list : lists) all.insert(all.end(), list.begin(), list.end());
+    return all;
+}
+
 }  // namespace weldline::performance

@@ -12,39 +12,40 @@ namespace weldline::performance {
 
 namespace {
 
-struct Filters {
+// A grid that is made when the filter is to run for the first time.
+template <class Filter>
+struct Filtered {
     vtkNew<vtkUnstructuredGrid> grid;
-    vtkNew<vtkGradientFilter> gradient;
-    vtkNew<vtkDataSetSurfaceFilter> surface;
+    vtkNew<Filter> filter;
+
+    void prepare(BoundCase& bound) {
+        if (grid->GetNumberOfCells() == 0) {
+            fillGrid(boxCells(bound.choice()), bound.model().globalVariables().m_pFlowVariable + 1,
+                     grid);
+            filter->SetInputData(grid);
+        }
+        filter->Modified();
+    }
 };
+
+template <class Filter>
+Stage stageOf(const char* name, BoundCase& bound, std::shared_ptr<Filtered<Filter>> filtered) {
+    setenv("VTK_SMP_BACKEND_IN_USE", "Sequential", 1);  // one core for everybody
+    return {name, [filtered, &bound] { filtered->prepare(bound); },
+            [filtered] { filtered->filter->Update(); }};
+}
 
 }  // namespace
 
-Stages vtkStages(BoundCase& bound) {
-    setenv("VTK_SMP_BACKEND_IN_USE", "Sequential", 1);  // one core for everybody
-    const auto filters = std::make_shared<Filters>();
-    const auto makeGrid = [filters, &bound] {
-        if (filters->grid->GetNumberOfCells() > 0) return;
-        fillGrid(boxCells(bound.choice()), bound.model().globalVariables().m_pFlowVariable + 1,
-                 filters->grid);
-        filters->gradient->SetInputData(filters->grid);
-        filters->gradient->SetInputScalars(vtkDataObject::FIELD_ASSOCIATION_CELLS, kFillTime);
-        filters->surface->SetInputData(filters->grid);
-    };
-    Stages stages;
-    stages.push_back({"gradient filter/vtk",
-                      [makeGrid, filters] {
-                          makeGrid();
-                          filters->gradient->Modified();
-                      },
-                      [filters] { filters->gradient->Update(); }});
-    stages.push_back({"surface filter/vtk",
-                      [makeGrid, filters] {
-                          makeGrid();
-                          filters->surface->Modified();
-                      },
-                      [filters] { filters->surface->Update(); }});
-    return stages;
+Stages surfaceFilterStages(BoundCase& bound) {
+    return {stageOf("surface filter/vtk", bound,
+                    std::make_shared<Filtered<vtkDataSetSurfaceFilter>>())};
+}
+
+Stages gradientFilterStages(BoundCase& bound) {
+    const auto filtered = std::make_shared<Filtered<vtkGradientFilter>>();
+    filtered->filter->SetInputScalars(vtkDataObject::FIELD_ASSOCIATION_CELLS, kFillTime);
+    return {stageOf("gradient filter/vtk", bound, filtered)};
 }
 
 }  // namespace weldline::performance

@@ -1,63 +1,13 @@
-// Times the stages with Google Benchmark: processor time of one core per part of a stage.
-
-#include <benchmark/benchmark.h>
-
-#include <iostream>
-#include <string>
-#include <vector>
+// Times the calculation: each step by the library, by the plain transcription, and what bounds it.
 
 #include "CalculationStages.h"
 #include "HostStages.h"
-#include "ReadChoice.h"
-#include "base/Errors.h"
-
-namespace {
+#include "RunStages.h"
 
 using namespace weldline::performance;
 
-void registerStage(const Stage& stage) {
-    const auto body = [stage](benchmark::State& state) {
-        for (auto _ : state) {
-            state.PauseTiming();
-            stage.prepare();
-            state.ResumeTiming();
-            stage.run();
-        }
-        state.counters["parts"] = stage.parts;
-        if (stage.bytes) state.counters["bytes"] = stage.bytes();
-    };
-    // Every stage takes long enough to be timed once; what is repeated is prepared anew.
-    benchmark::RegisterBenchmark(stage.name.c_str(), body)
-        ->Iterations(1)
-        ->Unit(benchmark::kMillisecond);
-}
-
-void describe(BoundCase& bound) {
-    const CKVR3DFiniteVolumeMesh& mesh = bound.model().mesh();
-    benchmark::AddCustomContext("cells", std::to_string(mesh.m_nCV));
-    benchmark::AddCustomContext("inner_faces", std::to_string(mesh.m_nInnerFace));
-    benchmark::AddCustomContext("nodes", std::to_string(mesh.m_nNode));
-}
-
-}  // namespace
-
 int main(int argc, char** argv) {
-    benchmark::Initialize(&argc, argv);
-    try {
-        BoundCase bound(readChoice(argc - 1, argv + 1));
-        describe(bound);
-        for (const auto& stages :
-             {calculationStages(bound), graphStages(bound), hostStages(bound), vtkStages(bound)})
-            for (const Stage& stage : stages) registerStage(stage);
-        benchmark::RunSpecifiedBenchmarks();
-        // The stages hold what they work on, which must go before the case does.
-        benchmark::ClearRegisteredBenchmarks();
-        return 0;
-    } catch (const weldline::UsageError& error) {
-        std::cerr << error.what() << "\nusage: weldline_performance [MESH] [--benchmark_...]\n"
-                  << kChoiceUsage
-                  << "Options of Google Benchmark choose the stages, their repetitions and the "
-                     "output.\n";
-        return 2;
-    }
+    return runStages(argc, argv, [](BoundCase& bound) {
+        return joined({calculationStages(bound), graphStages(bound), gradientFilterStages(bound)});
+    });
 }
