@@ -96,8 +96,9 @@ void bindBoundaryGroups(CKVR3DWeldLine& r, const CKVR3DFiniteVolumeMesh& mesh) {
 
 void loadFlowVariable(const float* loaded, int slots, double* variable, double* variableOrg) {
     for (int i = 1; i <= slots; ++i) {
-        variable[i] = loaded[i];
-        variableOrg[i] = variable[i];
+        const double value = loaded[i];
+        variable[i] = value;
+        variableOrg[i] = value;
     }
 }
 
@@ -109,6 +110,19 @@ void substituteBiInjection(const float* biInjection, int slots, double* variable
             variableOrg[i] = variable[i];
         }
     }
+}
+
+void clearResults(CKVR3DWeldLine& r) {
+    const Extent extent = extentOf(r);
+    for (double* array :
+         {r.m_pWork1X, r.m_pWork1Y, r.m_pWork1Z, r.m_pGradX, r.m_pGradY, r.m_pGradZ}) {
+        for (int i = 0; i <= extent.slots; ++i) array[i] = 0.0;
+    }
+    for (int i = 0; i <= extent.slots; ++i) {
+        r.m_pCellFlag2[i] = 0;
+        r.m_pZeroGradFlag[i] = 0;
+    }
+    for (int i = 0; i <= extent.nodes; ++i) r.m_pMeetingAngle[i] = 0.0;
 }
 
 // On purpose: only the first ".q7f" turns into ".q7p", wherever it stands.
@@ -146,6 +160,7 @@ bool allocateWorkArrays(CKVR3DWeldLine& r) {
     r.m_Storage.arrays = std::move(arrays);
     r.m_Storage.cellSlots = r.m_nCV_Total;
     r.m_Storage.nodes = r.m_nNode;
+    r.m_Storage.isCleared = true;
     return r.m_pVariable != nullptr && r.m_pMeetingAngle != nullptr;
 }
 
@@ -190,16 +205,10 @@ bool CKVR3DWeldLine::setFlowData(CKvr3dGV* globalVariables, CKVR3DFiniteVolumeMe
     return true;
 }
 
-// On purpose: the second gradient set and the variable keep what they hold.
+// On purpose: the second gradient set and the variable keep what they hold. Arrays that are just
+// made hold zeros, and writing more of them would only fetch the memory.
 void CKVR3DWeldLine::InitialValue() {
-    const weldline::core::Extent extent = weldline::core::extentOf(*this);
-    for (double* array : {m_pWork1X, m_pWork1Y, m_pWork1Z, m_pGradX, m_pGradY, m_pGradZ}) {
-        for (int i = 0; i <= extent.slots; ++i) array[i] = 0.0;
-    }
-    for (int i = 0; i <= extent.slots; ++i) {
-        m_pCellFlag2[i] = 0;
-        m_pZeroGradFlag[i] = 0;
-    }
-    for (int i = 0; i <= extent.nodes; ++i) m_pMeetingAngle[i] = 0.0;
+    if (!m_Storage.isCleared) weldline::core::clearResults(*this);
+    m_Storage.isCleared = false;
     weldline::core::traceSetter(*this, "CKVR3DWeldLine::InitialValue\n");
 }

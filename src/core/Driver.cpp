@@ -3,10 +3,12 @@
 #include "CKVR3DWeldLine.h"
 #include "CKVRCom.h"
 #include "GradientPlan.h"
+#include "gradient/Smoothing.h"
 
 using weldline::core::FirstScheme;
 using weldline::core::GradientPlan;
 using weldline::core::SecondScheme;
+using weldline::core::Smoothing;
 
 namespace {
 
@@ -40,13 +42,17 @@ void calculateSecondSet(CKVR3DWeldLine& r, SecondScheme scheme) {
 }
 
 void smoothGradients(CKVR3DWeldLine& r, const GradientPlan& plan) {
-    r.Smooth_Variable(r.m_pGradX, r.m_nSmooth_afterGrad);
-    r.Smooth_Variable(r.m_pGradY, r.m_nSmooth_afterGrad);
-    r.Smooth_Variable(r.m_pGradZ, r.m_nSmooth_afterGrad);
+    Smoothing smoothing(r);
+    const auto smooth = [&](double* component) {
+        smoothing.smooth(component, r.m_nSmooth_afterGrad);
+    };
+    smooth(r.m_pGradX);
+    smooth(r.m_pGradY);
+    smooth(r.m_pGradZ);
     if (plan.second == SecondScheme::None) return;
-    r.Smooth_Variable(r.m_pGrad2X, r.m_nSmooth_afterGrad);
-    r.Smooth_Variable(r.m_pGrad2Y, r.m_nSmooth_afterGrad);
-    r.Smooth_Variable(r.m_pGrad2Z, r.m_nSmooth_afterGrad);
+    smooth(r.m_pGrad2X);
+    smooth(r.m_pGrad2Y);
+    smooth(r.m_pGrad2Z);
 }
 
 // Any other method leaves the meeting angles as they are.

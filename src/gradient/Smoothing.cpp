@@ -3,12 +3,12 @@
 //
 //   phi[c] = S[c] / (W[c] + 1e-30),   S = sum of phi_f A_f,   W = sum of A_f,
 //
-// over the faces that take part: both cells loaded with melt and none flagged as flat. Face order:
-// inner, interface, inlet, symmetry, wall. All sums of a pass use the values of the pass before.
+// over the faces that take part. Face order: inner, interface, inlet, symmetry, wall. All sums of a
+// pass use the values of the pass before.
 
-#include "CKVR3DWeldLine.h"
+#include "Smoothing.h"
+
 #include "Exchange.h"
-#include "Extent.h"
 #include "FaceViews.h"
 #include "Trace.h"
 
@@ -16,62 +16,33 @@ using namespace weldline::core;
 
 namespace {
 
-struct Participation {
-    const double* loaded;  // flow variable before any smoothing
-    const int* zeroGradFlag;
-    Extent extent;
+void addToBoth(double* S, int a, int b, double value) {
+    S[a] += value;
+    S[b] += value;
+}
 
-    bool takesPart(int a, int b) const {
-        return extent.holds(a, b) && !(loaded[a] < kEps) && !(loaded[b] < kEps) &&
-               zeroGradFlag[a] != 1 && zeroGradFlag[b] != 1;
-    }
-};
-
-struct Sums {
-    double* S;
-    double* W;
-
-    void add(int a, int b, double phi, double area) const {
-        const double v = phi * area;
-        S[a] += v;
-        S[b] += v;
-        W[a] += area;
-        W[b] += area;
-    }
-};
-
-void addInnerFaces(const InnerFaces& faces, const Participation& part, const double* phi,
-                   const Sums& sums) {
-    for (int f = 1; f <= faces.count; ++f) {
-        const double* face = faces.record[f];
-        const int a = firstCell(face);
-        const int b = secondCell(face);
-        if (!part.takesPart(a, b)) continue;
-        const double lambda = faces.lambda[f];
-        sums.add(a, b, (1.0 - lambda) * phi[a] + lambda * phi[b], length(areaVector(face)));
+void addInnerFaces(std::span<const SmoothedInnerFace> faces, const double* phi, double* S) {
+    for (const SmoothedInnerFace& f : faces) {
+        addToBoth(S, f.a, f.b, ((1.0 - f.lambda) * phi[f.a] + f.lambda * phi[f.b]) * f.area);
     }
 }
 
 void addInterfaceFaces(const InterfaceFaces& faces, const Participation& part, const double* phi,
-                       const Sums& sums) {
+                       double* S) {
     for (int i = 1; i <= faces.count(); ++i) {
         const int a = faces.ownCell(i);
         const int b = faces.haloSlot(i);
         if (!part.takesPart(a, b)) continue;
         const double lambda = faces.lambda(i);
-        sums.add(a, b, (1.0 - lambda) * phi[a] + lambda * phi[b], length(faces.area(i)));
+        addToBoth(S, a, b, ((1.0 - lambda) * phi[a] + lambda * phi[b]) * length(faces.area(i)));
     }
 }
 
 // On purpose: the own value enters with the factor 0.0, so that an infinite or undefined one makes
 // the sum undefined.
-void addBoundaryFaces(const BoundaryGroup& faces, const Participation& part, const double* phi,
-                      const Sums& sums) {
-    for (int i = 1; i <= faces.count; ++i) {
-        const int a = faces.cell[i];
-        const int b = faces.slot[i];
-        if (!part.takesPart(a, b)) continue;
-        sums.add(a, b, phi[a] * 0.0 + phi[b], length(faces.area(i)));
+void addBoundaryFaces(std::span<const SmoothedBoundaryFace> faces, const double* phi, double* S) {
+    for (const SmoothedBoundaryFace& f : faces) {
+        addToBoth(S, f.cell, f.slot, (phi[f.cell] * 0.0 + phi[f.slot]) * f.area);
     }
 }
 
@@ -84,24 +55,28 @@ void copyToSlots(const BoundaryGroup& faces, const Extent& extent, double* phi) 
 }  // namespace
 
 void CKVR3DWeldLine::Smooth_Variable(double* phi, int nPass) {
-    trace(*this, "calWeldLine: Smooth_Variable\n");
-    const Extent extent = extentOf(*this);
-    const Participation part{m_pVariableOrg, m_pZeroGradFlag, extent};
-    const Sums sums{m_pWork1Y, m_pWork1Z};
-    for (int pass = 1; pass <= nPass; ++pass) {
-        for (int c = 1; c <= extent.slots; ++c) {
-            sums.S[c] = 0.0;
-            sums.W[c] = 0.0;
-        }
-        addInnerFaces(innerFaces(*this), part, phi, sums);
-        addInterfaceFaces(InterfaceFaces(m_pPartitionFace), part, phi, sums);
-        addBoundaryFaces(inletFaces(*this), part, phi, sums);
-        addBoundaryFaces(symmetryFaces(*this), part, phi, sums);
-        addBoundaryFaces(wallFaces(*this), part, phi, sums);
-        for (int c = 1; c <= extent.slots; ++c) phi[c] = sums.S[c] / (sums.W[c] + kEps);
-        // On purpose: inlet slots keep their weighted mean.
-        copyToSlots(wallFaces(*this), extent, phi);
-        copyToSlots(symmetryFaces(*this), extent, phi);
-        exchange(*this, phi);
-    }
+    Smoothing(*this).smooth(phi, nPass);
+}
+
+void Smoothing::smooth(double* phi, int nPass) {
+    trace(m_record, "calWeldLine: Smooth_Variable\n");
+    if (nPass < 1) return;
+    if (!m_faces.has_value()) m_faces.emplace(m_record);
+    for (int pass = 1; pass <= nPass; ++pass) smoothOnce(phi);
+}
+
+void Smoothing::smoothOnce(double* phi) const {
+    const Participation part = participation(m_record);
+    const int slots = part.extent.slots;
+    double* S = m_record.m_pWork1Y;
+    const double* W = m_record.m_pWork1Z;
+    for (int c = 1; c <= slots; ++c) S[c] = 0.0;
+    addInnerFaces(m_faces->inner(), phi, S);
+    addInterfaceFaces(InterfaceFaces(m_record.m_pPartitionFace), part, phi, S);
+    addBoundaryFaces(m_faces->boundary(), phi, S);
+    for (int c = 1; c <= slots; ++c) phi[c] = S[c] / (W[c] + kEps);
+    // On purpose: inlet slots keep their weighted mean.
+    copyToSlots(wallFaces(m_record), part.extent, phi);
+    copyToSlots(symmetryFaces(m_record), part.extent, phi);
+    exchange(m_record, phi);
 }
