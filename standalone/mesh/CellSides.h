@@ -46,6 +46,25 @@ class CellSides {
         return {space.data(), shape.size};
     }
 
+    // Calls visit(side, corners) for each side of a cell.
+    template <class Visit>
+    void visit(int cell, Visit visit) const {
+        if (isPolyhedron(mesh_, cell)) {
+            int side = first(cell);
+            for (const int polygon : mesh_.cellPolygons[cell]) {
+                visit(side++, mesh_.polygons[polygon]);
+            }
+            return;
+        }
+        const int* nodes = mesh_.cellNodes[cell].data();
+        int side = first(cell);
+        for (const ShapeSide& shape : shapeOf(mesh_, cell).sides) {
+            const Corners corners{nodes[shape.corners[0]], nodes[shape.corners[1]],
+                                  nodes[shape.corners[2]], nodes[shape.corners[3]]};
+            visit(side++, std::span<const int>(corners.data(), shape.size));
+        }
+    }
+
   private:
     const CellMesh& mesh_;  // borrowed
     std::vector<int> first_;

@@ -5,6 +5,7 @@
 
 #include "MeshFaults.h"
 #include "PolygonGeometry.h"
+#include "QuadrangleBlock.h"
 #include "SideMatching.h"
 #include "SideOrientation.h"
 
@@ -118,13 +119,25 @@ class FaceTable {
 
 void computeFaces(FvMesh& fv) {
     const auto faces = static_cast<std::size_t>(fv.faceCount());
-    fv.faceCentre.reserve(faces);
-    fv.faceArea.reserve(faces);
+    fv.faceCentre.resize(faces);
+    fv.faceArea.resize(faces);
+    const auto take = [&](std::size_t f, const PolygonGeometry& face) {
+        fv.faceCentre[f] = face.centre;
+        fv.faceArea[f] = face.area;
+    };
+    QuadrangleBlock block;
     for (std::size_t f = 0; f < faces; ++f) {
-        const PolygonGeometry face = polygonGeometry(fv.points, fv.faceNodes[static_cast<int>(f)]);
-        fv.faceCentre.push_back(face.centre);
-        fv.faceArea.push_back(face.area);
+        const std::span<const int> corners = fv.faceNodes[static_cast<int>(f)];
+        if (corners.size() != 4) {
+            take(f, polygonGeometry(fv.points, corners));
+            continue;
+        }
+        block.add(fv.points, corners, f);
+        if (block.isFull()) {
+            block.flush(take);
+        }
     }
+    block.flush(take);
 }
 
 void addCell(const CellMesh& cells, FvMesh& fv, int cell) {

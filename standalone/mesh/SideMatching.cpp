@@ -97,9 +97,7 @@ class Matching {
 
     std::vector<int> match() {
         for (int c = 0; c < mesh_.cellCount(); ++c) {
-            for (int s = sides_.first(c); s < sides_.end(c); ++s) {
-                place(c, s);
-            }
+            sides_.visit(c, [&](int side, std::span<const int> corners) { place(side, corners); });
         }
         if (!misfits_.empty()) {
             failOnFirstMisfit();
@@ -114,9 +112,7 @@ class Matching {
         int previous;  // face of the same smallest node, -1 none
     };
 
-    void place(int cell, int side) {
-        CellSides::Corners space;
-        const std::span<const int> corners = sides_.polygonOf(cell, side, space);
+    void place(int side, std::span<const int> corners) {
         const PlacedRing own = ringOf(corners);
         const bool turned = inward_[static_cast<std::size_t>(side)] != 0;
         const Ring outward = turned ? own.ring.reversed() : own.ring;
