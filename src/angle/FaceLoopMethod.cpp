@@ -13,8 +13,6 @@ using namespace weldline::core;
 void CKVR3DWeldLine::CalNodeVectorAngle_Modified_FaceLoop() {
     trace(*this, "calWeldLine: CalNodeVectorAngle_Modified_FaceLoop\n");
     prepareLimits(*this, m_MeshFileType == 2 ? 90.0 : 75.0);
-    const MeetingPairTest test(*this);
-    walkFacesOfNodes(
-        *this, [&](int n, int k, int a, int b) { test.judge(n, a, b, faceCentreAt(*this, a, k)); });
+    walkFacesOfNodes(*this, MeetingPairTest(*this));
     finishMeetingAngles(*this);
 }

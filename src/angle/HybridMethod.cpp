@@ -1,6 +1,7 @@
 // Method 3: around each node, every two of its cells that share an inner face, judged at a face
 // centre; then each cell with the common neighbours of two such partners, judged at the node.
 
+#include <algorithm>
 #include <cstddef>
 #include <vector>
 
@@ -23,70 +24,89 @@ std::span<const int> innerFacesOfCell(const CKVR3DWeldLine& r, int cell) {
     return rowMembers(r.m_ppCellInnerFace[cell]);
 }
 
+// An inner face of a cell of the node: the cell's position in the node's row, and both its cells.
+struct NodeFace {
+    std::size_t position;
+    int number;
+    int first;
+    int second;
+};
+
+// The inner faces of all own cells of a node, cell by cell.
+void listFaces(const CKVR3DWeldLine& r, const Extent& extent, std::span<const int> cells,
+               std::vector<NodeFace>& faces) {
+    faces.clear();
+    for (std::size_t j = 0; j < cells.size(); ++j) {
+        if (!extent.holdsOwn(cells[j])) continue;
+        for (const int f : innerFacesOfCell(r, cells[j])) {
+            if (f > r.m_nInnerFace) continue;
+            faces.push_back({j, f, firstCell(r.m_ppInnerFace[f]), secondCell(r.m_ppInnerFace[f])});
+        }
+    }
+}
+
+// The cells of one node, with what is asked of them again and again.
+struct NodeCells {
+    std::span<const int> cells;
+    std::vector<NodeFace> faces;
+};
+
 // Judges the cell at one position of the node's row with those at all others, once per shared inner
 // face, and lists them. On purpose: a cell that the row holds twice is its own neighbour, and the
 // face centre is looked up with the face *number* as position in the cell's lists.
-void judgeFaceNeighbours(const CKVR3DWeldLine& r, const MeetingPairTest& test, int node,
-                         std::size_t position, std::vector<int>& candidates) {
-    const Extent extent = extentOf(r);
-    const std::span<const int> cells = cellsOfNode(r, node);
-    const int a = cells[position];
-    for (std::size_t j = 0; j < cells.size(); ++j) {
-        const int b = cells[j];
-        if (j == position || !extent.holdsOwn(b)) continue;
-        for (const int f : innerFacesOfCell(r, b)) {
-            if (f > r.m_nInnerFace) continue;
-            const double* face = r.m_ppInnerFace[f];
-            if (firstCell(face) != a && secondCell(face) != a) continue;
-            candidates.push_back(b);
-            test.judge(node, a, b, faceCentreAt(r, a, f));
-        }
+void judgeFaceNeighbours(const CKVR3DWeldLine& r, const MeetingPairTest& test,
+                         const NodeCells& node, std::size_t position, std::vector<int>& partners,
+                         double& largest) {
+    const int a = node.cells[position];
+    partners.clear();
+    for (const NodeFace& face : node.faces) {
+        if (face.position == position || (face.first != a && face.second != a)) continue;
+        const int b = node.cells[face.position];
+        partners.push_back(b);
+        if (!test.mayMeet(b) || !test.mayMeet(a, b)) continue;
+        keepLargest(largest, test.angle(a, b, faceCentreAt(r, a, face.number)));
     }
 }
 
-// Appends the cells, other than a, that neighbour both cells p and q, once per pair of entries.
-void appendCommonNeighbours(const CKVR3DWeldLine& r, int p, int q, int a,
-                            std::vector<int>& candidates) {
-    for (const int c : rowMembers(r.m_ppCellNeighbour[p])) {
-        if (c == a) continue;
-        for (const int d : rowMembers(r.m_ppCellNeighbour[q])) {
-            if (c == d) candidates.push_back(c);
-        }
-    }
-}
-
-void appendSecondRing(const CKVR3DWeldLine& r, int a, std::vector<int>& candidates) {
-    const std::size_t direct = candidates.size();
-    for (std::size_t p = 0; p < direct; ++p) {
-        for (std::size_t q = p + 1; q < direct; ++q) {
-            appendCommonNeighbours(r, candidates[p], candidates[q], a, candidates);
+// Judges cell a with the cells, other than a, that neighbour two of its partners.
+void judgeSecondRing(const CKVR3DWeldLine& r, const MeetingPairTest& test, const Extent& extent,
+                     int a, std::span<const int> partners, const Vec3& P, double& largest) {
+    for (std::size_t p = 0; p < partners.size(); ++p) {
+        for (const int c : rowMembers(r.m_ppCellNeighbour[partners[p]])) {
+            if (c == a || !extent.holds(c) || !test.mayMeet(c)) continue;
+            const bool isCommon =
+                std::any_of(partners.begin() + static_cast<std::ptrdiff_t>(p) + 1, partners.end(),
+                            [&](int q) { return contains(rowMembers(r.m_ppCellNeighbour[q]), c); });
+            if (!isCommon || !test.mayMeet(a, c) || !test.pointsAt(c, P)) continue;
+            keepLargest(largest, test.angle(a, c));
         }
     }
 }
 
 }  // namespace
 
+// A cell that cannot meet any other is passed over, and so is the second ring of a cell that does
+// not flow towards the node.
 void CKVR3DWeldLine::CalNodeVectorAngle_Modified_Hybrid() {
     trace(*this, "calWeldLine: CalNodeVectorAngle_Modified_Hybrid\n");
     prepareLimits(*this, 75.0);
     const MeetingPairTest test(*this);
     const Extent extent = extentOf(*this);
-    std::vector<int> candidates;
+    NodeCells node;
+    std::vector<int> partners;
     for (int n = 1; n <= extent.nodes; ++n) {
         const Vec3 P{m_pNodeX[n], m_pNodeY[n], m_pNodeZ[n]};
-        const std::span<const int> cells = cellsOfNode(*this, n);
-        for (std::size_t position = 0; position < cells.size(); ++position) {
-            const int a = cells[position];
-            if (!extent.holdsOwn(a)) continue;
-            candidates.clear();
-            judgeFaceNeighbours(*this, test, n, position, candidates);
-            const std::size_t direct = candidates.size();
-            appendSecondRing(*this, a, candidates);
-            for (std::size_t i = direct; i < candidates.size(); ++i) {
-                if (extent.holds(candidates[i])) test.judge(n, a, candidates[i], P);
-            }
+        node.cells = cellsOfNode(*this, n);
+        listFaces(*this, extent, node.cells, node.faces);
+        double largest = m_pMeetingAngle[n];
+        for (std::size_t position = 0; position < node.cells.size(); ++position) {
+            const int a = node.cells[position];
+            if (!extent.holdsOwn(a) || !test.mayMeet(a)) continue;
+            judgeFaceNeighbours(*this, test, node, position, partners, largest);
+            if (!test.pointsAt(a, P)) continue;
+            judgeSecondRing(*this, test, extent, a, partners, P, largest);
         }
-        m_pMeetingAngle[n] = 180.0 - m_pMeetingAngle[n];
+        m_pMeetingAngle[n] = 180.0 - largest;
     }
     finishMeetingAngles(*this);
 }

@@ -58,11 +58,37 @@ bool comeCloser(const CellFields& cells, int a, int b) {
     return D > length(PA - PB);
 }
 
-// On purpose: the smoothed variable, where methods 1 to 3 read the loaded one.
-bool isRejected(const CellFields& cells, const double* variable, int a, int b) {
-    return cells.zeroGradFlag[a] == 1 || variable[a] <= kEps || variable[b] <= kEps ||
-           cells.zeroGradFlag[b] == 1;
-}
+// The test of method 4, in the terms of the walk.
+class ConvergingPairTest {
+  public:
+    explicit ConvergingPairTest(const CKVR3DWeldLine& r)
+        : m_cells(cellFields(r)),
+          m_variable(r.m_pVariable),
+          m_cosineLimit(std::cos(r.m_BoundaryAngle * kPi / 180.0)),
+          m_smallestAngle(180.0 - r.m_TruncateAngle),
+          m_bound(m_smallestAngle) {}
+
+    // On purpose: the smoothed variable, where methods 1 to 3 read the loaded one.
+    bool mayMeet(int c) const { return m_cells.zeroGradFlag[c] != 1 && !(m_variable[c] <= kEps); }
+    bool mayMeet(int a, int b) const {
+        return !m_bound.excludes(m_cells.g[a], m_cells.g[b]) && !shareAllSigns(m_cells, a, b);
+    }
+    double angle(int a, int b, const Vec3& Q) const {
+        if (!pointsAt(m_cells, a, Q, m_cosineLimit) || !pointsAt(m_cells, b, Q, m_cosineLimit) ||
+            !comeCloser(m_cells, a, b)) {
+            return kNoAngle;
+        }
+        const double theta = vectorAngle(m_cells.g[a], m_cells.g[b]);
+        return theta >= m_smallestAngle ? theta : kNoAngle;
+    }
+
+  private:
+    CellFields m_cells;
+    const double* m_variable;
+    double m_cosineLimit;
+    double m_smallestAngle;
+    AngleBound m_bound;
+};
 
 }  // namespace
 
@@ -73,15 +99,6 @@ void CKVR3DWeldLine::CalNodeVectorAngle_Modified_RBF_Holvex01() {
     chooseGradientSet(*this);
     // On purpose: the field stays in degrees here.
     limitBoundaryAngle(m_BoundaryAngle, 120.0);
-    const double cosineLimit = std::cos(m_BoundaryAngle * kPi / 180.0);
-    const double smallestAngle = 180.0 - m_TruncateAngle;
-    const CellFields cells = cellFields(*this);
-    walkFacesOfNodes(*this, [&](int n, int k, int a, int b) {
-        if (isRejected(cells, m_pVariable, a, b) || shareAllSigns(cells, a, b)) return;
-        if (!pointBothAt(cells, a, b, faceCentreAt(*this, a, k), cosineLimit)) return;
-        if (!comeCloser(cells, a, b)) return;
-        const double theta = vectorAngle(cells.g[a], cells.g[b]);
-        if (theta >= smallestAngle) keepLargest(m_pMeetingAngle[n], theta);
-    });
+    walkFacesOfNodes(*this, ConvergingPairTest(*this));
     finishMeetingAngles(*this);
 }

@@ -12,4 +12,11 @@ double vectorAngle(const Vec3& ga, const Vec3& gb) {
     return std::acos(std::clamp(c, -1.0, 1.0)) * 180.0 / kPi;
 }
 
+// An angle of 0 and less is always reached: a cosine above 1 excludes nothing.
+AngleBound::AngleBound(double smallestAngle) {
+    constexpr double kMargin = 1e-9;
+    const double cosine = smallestAngle > 0.0 ? std::cos(smallestAngle * kPi / 180.0) : 1.0;
+    m_squaredCosine = (std::max(cosine, 0.0) + kMargin) * (std::max(cosine, 0.0) + kMargin);
+}
+
 }  // namespace weldline::core

@@ -14,4 +14,28 @@ inline constexpr double kPi = 3.14159265;
 // A zero gradient gives 90, a component that is not a number gives NaN.
 double vectorAngle(const Vec3& ga, const Vec3& gb);
 
+// Rules out that vectorAngle(ga, gb) reaches a smallest angle, without root and arc cosine: with
+// k the cosine of that angle, at least 0,
+//
+//   g_a . g_b > 0  and  (g_a . g_b)^2 > k^2 |g_a|^2 |g_b|^2.
+//
+// It never errs on the side of exclusion: k is raised by far more than rounding can amount to, and
+// gradients so small that the 1e-30 in the angle's denominator counts are not excluded.
+class AngleBound {
+  public:
+    explicit AngleBound(double smallestAngle);
+
+    bool excludes(const Vec3& ga, const Vec3& gb) const {
+        const double product = dot(ga, gb);
+        const double squares = dot(ga, ga) * dot(gb, gb);
+        return product > 0.0 && squares > kSmallestSquares &&
+               product * product > m_squaredCosine * squares;
+    }
+
+  private:
+    static constexpr double kSmallestSquares = 1e-30;
+
+    double m_squaredCosine;
+};
+
 }  // namespace weldline::core

@@ -5,6 +5,7 @@
 #include "GradientPlan.h"
 #include "gradient/Smoothing.h"
 
+using weldline::core::CellVectors;
 using weldline::core::FirstScheme;
 using weldline::core::GradientPlan;
 using weldline::core::SecondScheme;
@@ -43,16 +44,9 @@ void calculateSecondSet(CKVR3DWeldLine& r, SecondScheme scheme) {
 
 void smoothGradients(CKVR3DWeldLine& r, const GradientPlan& plan) {
     Smoothing smoothing(r);
-    const auto smooth = [&](double* component) {
-        smoothing.smooth(component, r.m_nSmooth_afterGrad);
-    };
-    smooth(r.m_pGradX);
-    smooth(r.m_pGradY);
-    smooth(r.m_pGradZ);
+    smoothing.smooth(CellVectors{r.m_pGradX, r.m_pGradY, r.m_pGradZ}, r.m_nSmooth_afterGrad);
     if (plan.second == SecondScheme::None) return;
-    smooth(r.m_pGrad2X);
-    smooth(r.m_pGrad2Y);
-    smooth(r.m_pGrad2Z);
+    smoothing.smooth(CellVectors{r.m_pGrad2X, r.m_pGrad2Y, r.m_pGrad2Z}, r.m_nSmooth_afterGrad);
 }
 
 // Any other method leaves the meeting angles as they are.

@@ -14,6 +14,18 @@ inline Vec3 operator-(const Vec3& a, const Vec3& b) {
     return {a.x - b.x, a.y - b.y, a.z - b.z};
 }
 
+inline Vec3 operator+(const Vec3& a, const Vec3& b) {
+    return {a.x + b.x, a.y + b.y, a.z + b.z};
+}
+
+inline Vec3 operator*(const Vec3& a, double factor) {
+    return {a.x * factor, a.y * factor, a.z * factor};
+}
+
+inline Vec3 operator/(const Vec3& a, double divisor) {
+    return {a.x / divisor, a.y / divisor, a.z / divisor};
+}
+
 // Three-term sums are (x + y) + z everywhere in the library: the bracketing decides the bits.
 inline double dot(const Vec3& a, const Vec3& b) {
     return (a.x * b.x + a.y * b.y) + a.z * b.z;

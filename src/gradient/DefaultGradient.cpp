@@ -63,33 +63,88 @@ void copyCells(const CellVectors& from, const CellVectors& to, int slots) {
     for (int c = 1; c <= slots; ++c) to.set(c, from[c]);
 }
 
+// What a face adds to its two cells. On purpose: with two or more iterations the first one, too,
+// takes the corrected form, with a previous gradient of zero.
+struct FaceContribution {
+    bool isCorrected;
+    const double* phi;
+    CellVectors X;
+    CellVectors previous;
+    CellVectors g;
+
+    double faceValue(int a, int b, double lambda, const Vec3& xf) const {
+        const double mu = 1.0 - lambda;
+        const double value = phi[a] * mu + phi[b] * lambda;
+        if (!isCorrected) return value;
+        return correctedFaceValue(xf, interpolated(X, a, b, mu, lambda),
+                                  interpolated(previous, a, b, mu, lambda), value);
+    }
+
+    void add(int a, int b, double lambda, const Vec3& S, const Vec3& xf) const {
+        const bool isFilledA = phi[a] > kEps;
+        const bool isFilledB = phi[b] > kEps;
+        if (isFilledA && isFilledB) {
+            const double value = faceValue(a, b, lambda, xf);
+            addScaled(g, a, value, S);
+            subtractScaled(g, b, value, S);
+        } else if (isFilledA) {
+            addScaled(g, a, phi[a], S);
+        } else if (isFilledB) {
+            subtractScaled(g, b, phi[b], S);
+        }
+    }
+};
+
+FaceContribution contribution(const CKVR3DWeldLine& r, int nIter, const double* phi,
+                              const CellVectors& g) {
+    return {nIter >= 2, phi, cellCentres(r), {r.m_pWork1X, r.m_pWork1Y, r.m_pWork1Z}, g};
+}
+
+void addInnerFaces(const InnerFaces& faces, const Extent& extent,
+                   const FaceContribution& contribution) {
+    for (int f = 1; f <= faces.count; ++f) {
+        const double* face = faces.record[f];
+        const int a = firstCell(face);
+        const int b = secondCell(face);
+        if (!extent.holds(a, b)) continue;
+        contribution.add(a, b, faces.lambda[f], areaVector(face), faceCentre(face));
+    }
+}
+
+void addInterfaceFaces(const InterfaceFaces& faces, const Extent& extent,
+                       const FaceContribution& contribution) {
+    for (int i = 1; i <= faces.count(); ++i) {
+        const int a = faces.ownCell(i);
+        const int b = faces.haloSlot(i);
+        if (!extent.holds(a, b)) continue;
+        const Vec3 S = faces.area(i);
+        const Vec3 xf = faces.centre(i);
+        contribution.add(a, b, faces.lambda(i), S, xf);
+    }
+}
+
+// One iteration without its exchange: g from phi and the previous gradient.
+void iterate(const CKVR3DWeldLine& r, const Extent& extent, const FaceContribution& contribution) {
+    const CellVectors& g = contribution.g;
+    clear(g, 0, extent.slots);
+    addInnerFaces(innerFaces(r), extent, contribution);
+    addInterfaceFaces(InterfaceFaces(r.m_pPartitionFace), extent, contribution);
+    addBoundaryFaces(inletFaces(r), extent, contribution.phi, g);
+    addBoundaryFaces(symmetryFaces(r), extent, contribution.phi, g);
+    addBoundaryFaces(wallFaces(r), extent, contribution.phi, g);
+    divideByVolumes(r.m_pVolume, extent.ownCells, g);
+    copyToSlots(inletFaces(r), extent, g);
+    copyToSlots(symmetryFaces(r), extent, g);
+    copyToSlots(wallFaces(r), extent, g);
+}
+
 }  // namespace
 
-// On purpose: with two or more iterations the first one, too, takes the corrected form, with a
-// previous gradient of zero.
 void CKVR3DWeldLine::GradVarb_FaceContribution(int nIter, const double* phi, double* gx, double* gy,
                                                double* gz, double lambda, int a, int b, double Sx,
                                                double Sy, double Sz, double xf, double yf,
                                                double zf) {
-    const CellVectors g{gx, gy, gz};
-    const Vec3 S{Sx, Sy, Sz};
-    const double mu = 1.0 - lambda;
-    const bool isFilledA = phi[a] > kEps;
-    const bool isFilledB = phi[b] > kEps;
-    if (isFilledA && isFilledB) {
-        double value = phi[a] * mu + phi[b] * lambda;
-        if (nIter >= 2) {
-            const Vec3 xBar = interpolated(cellCentres(*this), a, b, mu, lambda);
-            const Vec3 G = interpolated({m_pWork1X, m_pWork1Y, m_pWork1Z}, a, b, mu, lambda);
-            value = correctedFaceValue({xf, yf, zf}, xBar, G, value);
-        }
-        addScaled(g, a, value, S);
-        subtractScaled(g, b, value, S);
-    } else if (isFilledA) {
-        addScaled(g, a, phi[a], S);
-    } else if (isFilledB) {
-        subtractScaled(g, b, phi[b], S);
-    }
+    contribution(*this, nIter, phi, {gx, gy, gz}).add(a, b, lambda, {Sx, Sy, Sz}, {xf, yf, zf});
 }
 
 void CKVR3DWeldLine::GradVarb(int nIter, const double* phi, double* gx, double* gy, double* gz) {
@@ -97,38 +152,19 @@ void CKVR3DWeldLine::GradVarb(int nIter, const double* phi, double* gx, double* 
     const Extent extent = extentOf(*this);
     const CellVectors g{gx, gy, gz};
     const CellVectors previous{m_pWork1X, m_pWork1Y, m_pWork1Z};
+    const FaceContribution faces = contribution(*this, nIter, phi, g);
     clear(previous, 0, extent.slots);
     for (int k = 1; k <= nIter; ++k) {
-        clear(g, 0, extent.slots);
-        const InnerFaces inner = innerFaces(*this);
-        for (int f = 1; f <= inner.count; ++f) {
-            const double* face = inner.record[f];
-            const int a = firstCell(face);
-            const int b = secondCell(face);
-            if (!extent.holds(a, b)) continue;
-            GradVarb_FaceContribution(nIter, phi, gx, gy, gz, inner.lambda[f], a, b, face[3],
-                                      face[4], face[5], face[6], face[7], face[8]);
-        }
-        const InterfaceFaces interface(m_pPartitionFace);
-        for (int i = 1; i <= interface.count(); ++i) {
-            const int a = interface.ownCell(i);
-            const int b = interface.haloSlot(i);
-            if (!extent.holds(a, b)) continue;
-            const Vec3 S = interface.area(i);
-            const Vec3 xf = interface.centre(i);
-            GradVarb_FaceContribution(nIter, phi, gx, gy, gz, interface.lambda(i), a, b, S.x, S.y,
-                                      S.z, xf.x, xf.y, xf.z);
-        }
-        addBoundaryFaces(inletFaces(*this), extent, phi, g);
-        addBoundaryFaces(symmetryFaces(*this), extent, phi, g);
-        addBoundaryFaces(wallFaces(*this), extent, phi, g);
-        divideByVolumes(m_pVolume, extent.ownCells, g);
-        copyToSlots(inletFaces(*this), extent, g);
-        copyToSlots(symmetryFaces(*this), extent, g);
-        copyToSlots(wallFaces(*this), extent, g);
         // On purpose: the first iteration is not carried over, so that the correction takes effect
-        // from the third one on.
-        if (k != m_nGradLoopBound) {
+        // from the third one on. Unless it is also the last, nothing remains of it but what the
+        // host is asked.
+        const bool isCarriedOver = k != m_nGradLoopBound;
+        if (!isCarriedOver && k < nIter) {
+            addInterfaceFaces(InterfaceFaces(m_pPartitionFace), extent, faces);
+            continue;
+        }
+        iterate(*this, extent, faces);
+        if (isCarriedOver) {
             copyCells(g, previous, extent.slots);
             exchange(*this, previous);
         }

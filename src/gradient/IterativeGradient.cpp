@@ -8,8 +8,6 @@
 // elimination without pivoting. Face order: inner, interface, inlet, wall, symmetry. One pass,
 // although the trace calls it iterative.
 
-#include <memory>
-
 #include "CKVR3DWeldLine.h"
 #include "Displacements.h"
 #include "Exchange.h"
@@ -20,21 +18,28 @@ using namespace weldline::core;
 
 namespace {
 
+// One neighbour's products, or their sums: a row of numbers that are added in pairs.
 struct NormalEquations {
     double Axx, Ayy, Azz, Axy, Axz, Ayz, Bx, By, Bz;
 
-    void add(const Vec3& d, double dphi) {
-        Axx += d.x * d.x;
-        Ayy += d.y * d.y;
-        Azz += d.z * d.z;
-        Axy += d.y * d.x;
-        Axz += d.z * d.x;
-        Ayz += d.z * d.y;
-        Bx += dphi * d.x;
-        By += dphi * d.y;
-        Bz += dphi * d.z;
+    NormalEquations& operator+=(const NormalEquations& n) {
+        Axx += n.Axx;
+        Ayy += n.Ayy;
+        Azz += n.Azz;
+        Axy += n.Axy;
+        Axz += n.Axz;
+        Ayz += n.Ayz;
+        Bx += n.Bx;
+        By += n.By;
+        Bz += n.Bz;
+        return *this;
     }
 };
+
+NormalEquations products(const Vec3& d, double dphi) {
+    return {d.x * d.x, d.y * d.y,  d.z * d.z,  d.y * d.x, d.z * d.x,
+            d.z * d.y, dphi * d.x, dphi * d.y, dphi * d.z};
+}
 
 // On purpose: no guard on the pivots; neighbours that do not span three dimensions give values that
 // are not finite. The quotient is formed anew for each column.
@@ -58,11 +63,12 @@ void CKVR3DWeldLine::GradVarb_Iterative(const double* phi, double* gx, double* g
     const Extent extent = extentOf(*this);
     const CellVectors X = cellCentres(*this);
     const CellVectors g{gx, gy, gz};
-    const auto equations = std::make_unique<NormalEquations[]>(slotsUpTo(m_nCV_Total));
+    ArrayOwner memory;
+    NormalEquations* equations = memory.zeros<NormalEquations>(slotsUpTo(m_nCV_Total));
     const auto addToBoth = [&](int a, int b, const Vec3& d) {
-        const double dphi = phi[b] - phi[a];
-        equations[a].add(d, dphi);
-        equations[b].add(d, dphi);
+        const NormalEquations n = products(d, phi[b] - phi[a]);
+        equations[a] += n;
+        equations[b] += n;
     };
     trace(*this, "..Start iterative calculation of gradients\n");
     clear(g, 1, extent.slots);

@@ -33,28 +33,31 @@ void prepareStencils(CKVR3DWeldLine& r) {
     }
 }
 
-// Sides of one inner face: the area vector times the inverse volume of each cell.
+// One inner face: the area vector times the inverse volume of each cell.
 struct FaceFlux {
     int a, b;
-    double inverseVa, inverseVb;
-    Vec3 S;
-
-    // On purpose: each stencil term is added on its own; the face value is never formed as a sum.
-    void addWeighted(const CellVectors& g, double weight, double phi) const {
-        g.x[a] += inverseVa * S.x * weight * phi;
-        g.y[a] += inverseVa * S.y * weight * phi;
-        g.z[a] += inverseVa * S.z * weight * phi;
-        g.x[b] -= inverseVb * S.x * weight * phi;
-        g.y[b] -= inverseVb * S.y * weight * phi;
-        g.z[b] -= inverseVb * S.z * weight * phi;
-    }
+    Vec3 Sa, Sb;
 };
 
+// On purpose: each stencil term is added on its own; the face value is never formed as a sum. The
+// two cells' gradients are not in memory meanwhile, because six additions per term would wait for
+// it; a face between a cell and itself adds and subtracts in turn.
 void addStencil(const FaceFlux& flux, const int* stencil, const double* weight,
                 const Extent& extent, const double* phi, const CellVectors& g) {
+    Vec3 ga = g[flux.a];
+    Vec3 own = g[flux.b];
+    Vec3& gb = flux.a == flux.b ? ga : own;
     for (int j = 1; j <= stencil[0]; ++j) {
-        if (extent.holds(stencil[j])) flux.addWeighted(g, weight[j], phi[stencil[j]]);
+        if (!extent.holds(stencil[j])) continue;
+        const double w = weight[j];
+        const double value = phi[stencil[j]];
+        ga = {ga.x + flux.Sa.x * w * value, ga.y + flux.Sa.y * w * value,
+              ga.z + flux.Sa.z * w * value};
+        gb = {gb.x - flux.Sb.x * w * value, gb.y - flux.Sb.y * w * value,
+              gb.z - flux.Sb.z * w * value};
     }
+    g.set(flux.a, ga);
+    g.set(flux.b, gb);
 }
 
 // A host without stencil tables has empty stencils.
@@ -66,14 +69,15 @@ void addInnerFaces(const InnerFaces& faces, const CKvrFaceRBFInternalObject& rbf
         const int a = firstCell(face);
         const int b = secondCell(face);
         if (!extent.holds(a, b)) continue;
-        const FaceFlux flux{a, b, 1.0 / V[a], 1.0 / V[b], areaVector(face)};
+        const Vec3 S = areaVector(face);
         if (phi[a] < kEps || phi[b] < kEps) {
-            g.add(a, flux.inverseVa, flux.S, phi[a]);
-            g.subtract(b, flux.inverseVb, flux.S, phi[b]);
+            g.add(a, 1.0 / V[a], S, phi[a]);
+            g.subtract(b, 1.0 / V[b], S, phi[b]);
             continue;
         }
-        faceAreaMag = length(flux.S);
+        faceAreaMag = length(S);
         if (rbf.m_ppFaceStencil == nullptr || rbf.m_ppFaceWeight == nullptr) continue;
+        const FaceFlux flux{a, b, S * (1.0 / V[a]), S * (1.0 / V[b])};
         addStencil(flux, rbf.m_ppFaceStencil[f], rbf.m_ppFaceWeight[f], extent, phi, g);
     }
 }

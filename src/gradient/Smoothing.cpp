@@ -8,6 +8,8 @@
 
 #include "Smoothing.h"
 
+#include <algorithm>
+
 #include "Exchange.h"
 #include "FaceViews.h"
 #include "Trace.h"
@@ -16,14 +18,17 @@ using namespace weldline::core;
 
 namespace {
 
-void addToBoth(double* S, int a, int b, double value) {
-    S[a] += value;
-    S[b] += value;
+// Values are numbers or vectors; a vector's components go each its own way.
+template <class Value>
+void addToBoth(Value* S, int a, int b, const Value& value) {
+    S[a] = S[a] + value;
+    S[b] = S[b] + value;
 }
 
-void addInnerFaces(std::span<const SmoothedInnerFace> faces, const double* phi, double* S) {
+template <class Value>
+void addInnerFaces(std::span<const SmoothedInnerFace> faces, const Value* phi, Value* S) {
     for (const SmoothedInnerFace& f : faces) {
-        addToBoth(S, f.a, f.b, ((1.0 - f.lambda) * phi[f.a] + f.lambda * phi[f.b]) * f.area);
+        addToBoth(S, f.a, f.b, (phi[f.a] * (1.0 - f.lambda) + phi[f.b] * f.lambda) * f.area);
     }
 }
 
@@ -34,22 +39,36 @@ void addInterfaceFaces(const InterfaceFaces& faces, const Participation& part, c
         const int b = faces.haloSlot(i);
         if (!part.takesPart(a, b)) continue;
         const double lambda = faces.lambda(i);
-        addToBoth(S, a, b, ((1.0 - lambda) * phi[a] + lambda * phi[b]) * length(faces.area(i)));
+        addToBoth(S, a, b, (phi[a] * (1.0 - lambda) + phi[b] * lambda) * length(faces.area(i)));
     }
 }
 
 // On purpose: the own value enters with the factor 0.0, so that an infinite or undefined one makes
 // the sum undefined.
-void addBoundaryFaces(std::span<const SmoothedBoundaryFace> faces, const double* phi, double* S) {
+template <class Value>
+void addBoundaryFaces(std::span<const SmoothedBoundaryFace> faces, const Value* phi, Value* S) {
     for (const SmoothedBoundaryFace& f : faces) {
         addToBoth(S, f.cell, f.slot, (phi[f.cell] * 0.0 + phi[f.slot]) * f.area);
     }
 }
 
-void copyToSlots(const BoundaryGroup& faces, const Extent& extent, double* phi) {
+template <class Value>
+void divideByWeights(const Value* S, const double* W, int slots, Value* phi) {
+    for (int c = 1; c <= slots; ++c) phi[c] = S[c] / (W[c] + kEps);
+}
+
+template <class Value>
+void copyToSlots(const BoundaryGroup& faces, const Extent& extent, Value* phi) {
     for (int i = 1; i <= faces.count; ++i) {
         if (extent.holds(faces.cell[i], faces.slot[i])) phi[faces.slot[i]] = phi[faces.cell[i]];
     }
+}
+
+// On purpose: inlet slots keep their weighted mean.
+template <class Value>
+void copyToSlots(const CKVR3DWeldLine& r, const Extent& extent, Value* phi) {
+    copyToSlots(wallFaces(r), extent, phi);
+    copyToSlots(symmetryFaces(r), extent, phi);
 }
 
 }  // namespace
@@ -65,18 +84,50 @@ void Smoothing::smooth(double* phi, int nPass) {
     for (int pass = 1; pass <= nPass; ++pass) smoothOnce(phi);
 }
 
+void Smoothing::smooth(const CellVectors& g, int nPass) {
+    const bool isAlone =
+        m_record.m_pCommunication == nullptr && m_record.m_pPartitionFace == nullptr;
+    if (isAlone && nPass >= 1) {
+        smoothTogether(g, nPass);
+        return;
+    }
+    smooth(g.x, nPass);
+    smooth(g.y, nPass);
+    smooth(g.z, nPass);
+}
+
 void Smoothing::smoothOnce(double* phi) const {
     const Participation part = participation(m_record);
     const int slots = part.extent.slots;
     double* S = m_record.m_pWork1Y;
-    const double* W = m_record.m_pWork1Z;
-    for (int c = 1; c <= slots; ++c) S[c] = 0.0;
+    std::fill_n(S + 1, slots, 0.0);
     addInnerFaces(m_faces->inner(), phi, S);
     addInterfaceFaces(InterfaceFaces(m_record.m_pPartitionFace), part, phi, S);
     addBoundaryFaces(m_faces->boundary(), phi, S);
-    for (int c = 1; c <= slots; ++c) phi[c] = S[c] / (W[c] + kEps);
-    // On purpose: inlet slots keep their weighted mean.
-    copyToSlots(wallFaces(m_record), part.extent, phi);
-    copyToSlots(symmetryFaces(m_record), part.extent, phi);
+    divideByWeights(S, m_record.m_pWork1Z, slots, phi);
+    copyToSlots(m_record, part.extent, phi);
     exchange(m_record, phi);
+}
+
+void Smoothing::smoothTogether(const CellVectors& g, int nPass) {
+    for (int component = 1; component <= 3; ++component) {
+        trace(m_record, "calWeldLine: Smooth_Variable\n");
+    }
+    if (!m_faces.has_value()) m_faces.emplace(m_record);
+    const Extent extent = extentOf(m_record);
+    if (m_vectorSums == nullptr) {
+        m_vectors = m_memory.zeros<Vec3>(slotsUpTo(extent.slots));
+        m_vectorSums = m_memory.zeros<Vec3>(slotsUpTo(extent.slots));
+    }
+    Vec3* phi = m_vectors;
+    Vec3* S = m_vectorSums;
+    for (int c = 1; c <= extent.slots; ++c) phi[c] = g[c];
+    for (int pass = 1; pass <= nPass; ++pass) {
+        std::fill_n(S + 1, extent.slots, Vec3{0.0, 0.0, 0.0});
+        addInnerFaces(m_faces->inner(), phi, S);
+        addBoundaryFaces(m_faces->boundary(), phi, S);
+        divideByWeights(S, m_record.m_pWork1Z, extent.slots, phi);
+        copyToSlots(m_record, extent, phi);
+    }
+    for (int c = 1; c <= extent.slots; ++c) g.set(c, phi[c]);
 }

@@ -55,11 +55,11 @@ Participation participation(const CKVR3DWeldLine& r) {
 }
 
 SmoothingFaces::SmoothingFaces(CKVR3DWeldLine& r)
-    : m_inner(std::make_unique_for_overwrite<SmoothedInnerFace[]>(slotsUpTo(r.m_nInnerFace))) {
+    : m_inner(m_memory.zeros<SmoothedInnerFace>(slotsUpTo(r.m_nInnerFace))) {
     const Participation part = participation(r);
     double* W = r.m_pWork1Z;
     for (int c = 1; c <= part.extent.slots; ++c) W[c] = 0.0;
-    m_innerCount = packInnerFaces(innerFaces(r), part, m_inner.get(), W);
+    m_innerCount = packInnerFaces(innerFaces(r), part, m_inner, W);
     addInterfaceWeights(InterfaceFaces(r.m_pPartitionFace), part, W);
     packBoundaryFaces(inletFaces(r), part, m_boundary, W);
     packBoundaryFaces(symmetryFaces(r), part, m_boundary, W);

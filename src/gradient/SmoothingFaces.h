@@ -1,6 +1,5 @@
 #pragma once
 
-#include <memory>
 #include <span>
 #include <vector>
 
@@ -46,12 +45,13 @@ class SmoothingFaces {
   public:
     explicit SmoothingFaces(CKVR3DWeldLine& record);
 
-    std::span<const SmoothedInnerFace> inner() const { return {m_inner.get(), m_innerCount}; }
+    std::span<const SmoothedInnerFace> inner() const { return {m_inner, m_innerCount}; }
     // Inlet, then symmetry, then wall faces.
     std::span<const SmoothedBoundaryFace> boundary() const { return m_boundary; }
 
   private:
-    std::unique_ptr<SmoothedInnerFace[]> m_inner;
+    ArrayOwner m_memory;
+    SmoothedInnerFace* m_inner;
     std::size_t m_innerCount = 0;
     std::vector<SmoothedBoundaryFace> m_boundary;
 };

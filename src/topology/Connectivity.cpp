@@ -37,8 +37,8 @@ struct FaceCells {
 
 // The cells of the inner faces, 0-based by face: an eighth of the host's face records, which are
 // then read once only.
-std::unique_ptr<FaceCells[]> cellsOfInnerFaces(const InnerFaces& faces) {
-    auto cells = std::make_unique_for_overwrite<FaceCells[]>(slotsUpTo(faces.count - 1));
+FaceCells* cellsOfInnerFaces(const InnerFaces& faces, ArrayOwner& memory) {
+    FaceCells* cells = memory.zeros<FaceCells>(slotsUpTo(faces.count - 1));
     for (int f = 1; f <= faces.count; ++f) {
         cells[f - 1] = {firstCell(faces.record[f]), secondCell(faces.record[f])};
     }
@@ -90,8 +90,9 @@ void CKVR3DWeldLine::getInnerCell03Conn() {
 // but outlet faces, while only inner faces are listed.
 void CKVR3DWeldLine::getCell32Conn() {
     trace(*this, "calWeldLine: getCell32Conn\n");
-    const auto faceCells = cellsOfInnerFaces(innerFaces(*this));
-    const std::span inner(faceCells.get(), slotsUpTo(m_nInnerFace - 1));
+    ArrayOwner memory;
+    const std::span<const FaceCells> inner(cellsOfInnerFaces(innerFaces(*this), memory),
+                                           slotsUpTo(m_nInnerFace - 1));
     const Counts count = std::make_unique<int[]>(slotsUpTo(m_nCV_Total));
     countInnerFaces(inner, count);
     countBoundaryFaces(inletFaces(*this), count);

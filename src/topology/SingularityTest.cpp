@@ -7,8 +7,6 @@
 //
 // The first pivot is Sxx, the second Syy - (Sxy / Sxx) Sxy.
 
-#include <memory>
-
 #include "CKVR3DWeldLine.h"
 #include "Displacements.h"
 
@@ -38,7 +36,8 @@ bool meetsZeroPivot(const Moments& m) {
 int CKVR3DWeldLine::checkSingularLSMatrix() {
     const Extent extent = extentOf(*this);
     const CellVectors X = cellCentres(*this);
-    const auto moments = std::make_unique<Moments[]>(slotsUpTo(m_nCV_Total));
+    ArrayOwner memory;
+    Moments* moments = memory.zeros<Moments>(slotsUpTo(m_nCV_Total));
     const auto addToBoth = [&](int a, int b, const Vec3& d) {
         moments[a].add(d);
         moments[b].add(d);
