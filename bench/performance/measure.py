@@ -2,7 +2,7 @@
 """Measures everything side by side and writes docs/performance.md and docs/performance.json.
 
     measure.py --programs FOLDER --program FILE [--quick] [--large] [--rounds N]
-               [--without-vectorised] [--json FILE] [--document FILE]
+               [--repetitions N] [--without-vectorised] [--json FILE] [--document FILE]
 
 FOLDER holds the measuring programs, FILE is the weldline program. In every round each piece of work
 is done next to what it is compared with, in random order; ratios are formed within a round. --quick
@@ -22,7 +22,6 @@ import tempfile
 import report
 
 HERE = pathlib.Path(__file__).resolve().parent
-REPETITIONS = 3
 LARGE_STAGES = "^(whole|binding|connectivity|method 4)/library|^smoothing pass/library|csr|triad"
 
 
@@ -33,6 +32,7 @@ def arguments():
     parser.add_argument("--quick", action="store_true")
     parser.add_argument("--large", action="store_true")
     parser.add_argument("--rounds", type=int, default=3)
+    parser.add_argument("--repetitions", type=int, default=3)
     parser.add_argument("--without-vectorised", action="store_true")
     parser.add_argument("--json", type=pathlib.Path)
     parser.add_argument("--document", type=pathlib.Path)
@@ -69,11 +69,12 @@ class Bench:
             "shuffled hexahedra": ["hexahedra", hexahedra, "shuffled"],
         }
 
-    def stages(self, program, mesh, stages=".", repetitions=REPETITIONS):
+    def stages(self, program, mesh, stages=".", repetitions=None):
         """Milliseconds per part of each stage, the median of the repetitions."""
+        repetitions = repetitions or (1 if self.options.quick else self.options.repetitions)
         out = self.folder / "stages.json"
         run([self.tool(program), *mesh, f"--benchmark_filter={stages}",
-             f"--benchmark_repetitions={1 if self.options.quick else repetitions}",
+             f"--benchmark_repetitions={repetitions}",
              "--benchmark_enable_random_interleaving=true", "--benchmark_out_format=json",
              f"--benchmark_out={out}"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         answer = json.loads(out.read_text())
