@@ -24,7 +24,6 @@ void checkReadable(const std::string& controlFile) {
 }
 
 void bind(CKVR3D_WeldLine_Manipulator& handle, HostModel& model) {
-    handle.setPartitionInterface(&model.partitionFaces());
     handle.setCavityNodeConn(model.cellNodes());
     handle.setWallFace20(model.faceNodes(GroupKind::Wall));
     handle.setInletFace20(model.faceNodes(GroupKind::Inlet));
@@ -38,9 +37,16 @@ void bind(CKVR3D_WeldLine_Manipulator& handle, HostModel& model) {
     handle.setFlowData(&model.globalVariables(), &model.mesh());
 }
 
-std::vector<double> calculate(HostModel& model, CCommunication& exchange, CKVRCom& collective) {
+std::vector<double> calculate(HostModel& model, const RankPart& part) {
+    const std::unique_ptr<CCommunication> exchange =
+        part.ranks.haloExchange(part.interface.links);
+    CollectiveMaximum collective(part.ranks);
     CKVR3D_WeldLine_Manipulator handle;
-    handle.setKVRCom(&exchange, &collective);
+    // The library does without these where there is one rank, and is faster so.
+    if (part.ranks.size() > 1) {
+        handle.setPartitionInterface(&model.partitionFaces());
+        handle.setKVRCom(exchange.get(), &collective);
+    }
     bind(handle, model);
     handle.calWeldLine();
     const double* angles = handle.getMeetingAngle();
@@ -70,9 +76,7 @@ std::vector<double> runWeldLine(HostModel& model) {
 std::vector<double> runWeldLine(HostModel& model, const RankPart& part) {
     Ranks& ranks = part.ranks;
     together(ranks, [&] { checkReadable(model.options().controlFile); });
-    CollectiveMaximum collective(ranks);
-    std::vector<double> angles =
-        calculate(model, *ranks.haloExchange(part.interface.links), collective);
+    std::vector<double> angles = calculate(model, part);
     markNodesKeptFree(model, angles);
     takeSmallestAngles(ranks, part.interface.sharedNodes, angles);
     for (double& angle : angles)

@@ -1,5 +1,6 @@
 #include "CellSides.h"
 
+#include <algorithm>
 #include <limits>
 #include <string>
 
@@ -7,43 +8,6 @@
 
 namespace weldline {
 namespace {
-
-struct ShapeSide {
-    int size;
-    std::array<int, 4> corners;
-};
-
-// Sides of the fixed shapes, corners counter-clockwise seen from outside.
-constexpr ShapeSide tetrahedronSides[] = {
-    {3, {0, 2, 1}}, {3, {0, 1, 3}}, {3, {1, 2, 3}}, {3, {2, 0, 3}}};
-constexpr ShapeSide pyramidSides[] = {
-    {4, {0, 3, 2, 1}}, {3, {0, 1, 4}}, {3, {1, 2, 4}}, {3, {2, 3, 4}}, {3, {3, 0, 4}}};
-// The first triangle points away from the second one, unlike the bottom of the other shapes.
-constexpr ShapeSide wedgeSides[] = {
-    {3, {0, 1, 2}}, {3, {3, 5, 4}}, {4, {0, 3, 4, 1}}, {4, {1, 4, 5, 2}}, {4, {2, 5, 3, 0}}};
-constexpr ShapeSide hexahedronSides[] = {{4, {0, 3, 2, 1}}, {4, {4, 5, 6, 7}}, {4, {0, 1, 5, 4}},
-                                         {4, {1, 2, 6, 5}}, {4, {2, 3, 7, 6}}, {4, {3, 0, 4, 7}}};
-
-struct Shape {
-    const char* name;
-    std::size_t nodes;
-    std::span<const ShapeSide> sides;
-};
-
-// By CellKind; the polyhedron has no table.
-constexpr std::array<Shape, 5> shapes{{{"tetrahedron", 4, tetrahedronSides},
-                                       {"pyramid", 5, pyramidSides},
-                                       {"wedge", 6, wedgeSides},
-                                       {"hexahedron", 8, hexahedronSides},
-                                       {"polyhedron", 0, {}}}};
-
-const Shape& shapeOf(const CellMesh& mesh, int cell) {
-    return shapes[static_cast<std::size_t>(mesh.kinds[static_cast<std::size_t>(cell)])];
-}
-
-bool isPolyhedron(const CellMesh& mesh, int cell) {
-    return mesh.kinds[static_cast<std::size_t>(cell)] == CellKind::Polyhedron;
-}
 
 // Finds repetitions within a list in one pass over it, whatever the number of lists.
 class SeenOnce {
@@ -132,25 +96,10 @@ CellSides::CellSides(const CellMesh& mesh) : mesh_(mesh) {
         }
         first_.push_back(static_cast<int>(sides));
     }
-    cell_.reserve(static_cast<std::size_t>(sides));
+    cell_.resize(static_cast<std::size_t>(sides));
     for (int c = 0; c < cells; ++c) {
-        cell_.resize(static_cast<std::size_t>(end(c)), c);
+        std::fill(cell_.begin() + first(c), cell_.begin() + end(c), c);
     }
-}
-
-std::span<const int> CellSides::polygon(int side, Corners& space) const {
-    const int c = cell(side);
-    const int local = side - first(c);
-    if (isPolyhedron(mesh_, c)) {
-        return mesh_.polygons[mesh_.cellPolygons[c][static_cast<std::size_t>(local)]];
-    }
-    const std::span<const int> nodes = mesh_.cellNodes[c];
-    const ShapeSide& shape = shapeOf(mesh_, c).sides[static_cast<std::size_t>(local)];
-    const auto size = static_cast<std::size_t>(shape.size);
-    for (std::size_t i = 0; i < size; ++i) {
-        space[i] = nodes[static_cast<std::size_t>(shape.corners[i])];
-    }
-    return {space.data(), size};
 }
 
 std::string cellName(const CellMesh& mesh, int cell) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "CellMesh.h"
+#include "CellShapes.h"
 
 namespace weldline {
 
@@ -26,7 +27,43 @@ class CellSides {
 
     // Corners of a side as the data set gives them. Sides of fixed shapes point out of a cell in
     // the shape's standard order. The result may lie in `space`.
-    std::span<const int> polygon(int side, Corners& space) const;
+    std::span<const int> polygon(int side, Corners& space) const {
+        return polygonOf(cell(side), side, space);
+    }
+
+    // The same where the side's cell is known.
+    std::span<const int> polygonOf(int cell, int side, Corners& space) const {
+        const auto local = static_cast<std::size_t>(side - first(cell));
+        if (isPolyhedron(mesh_, cell)) {
+            return mesh_.polygons[mesh_.cellPolygons[cell][local]];
+        }
+        const std::span<const int> nodes = mesh_.cellNodes[cell];
+        const ShapeSide& shape = shapeOf(mesh_, cell).sides[local];
+        // On purpose: always four, so that nothing depends on the size.
+        for (std::size_t i = 0; i < space.size(); ++i) {
+            space[i] = nodes[static_cast<std::size_t>(shape.corners[i])];
+        }
+        return {space.data(), shape.size};
+    }
+
+    // Calls visit(side, corners) for each side of a cell.
+    template <class Visit>
+    void visit(int cell, Visit visit) const {
+        if (isPolyhedron(mesh_, cell)) {
+            int side = first(cell);
+            for (const int polygon : mesh_.cellPolygons[cell]) {
+                visit(side++, mesh_.polygons[polygon]);
+            }
+            return;
+        }
+        const int* nodes = mesh_.cellNodes[cell].data();
+        int side = first(cell);
+        for (const ShapeSide& shape : shapeOf(mesh_, cell).sides) {
+            const Corners corners{nodes[shape.corners[0]], nodes[shape.corners[1]],
+                                  nodes[shape.corners[2]], nodes[shape.corners[3]]};
+            visit(side++, std::span<const int>(corners.data(), shape.size));
+        }
+    }
 
   private:
     const CellMesh& mesh_;  // borrowed

@@ -1,10 +1,12 @@
 #include "FvMesh.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "CellGeometry.h"
 #include "MeshFaults.h"
 #include "PolygonGeometry.h"
+#include "QuadrangleBlock.h"
 #include "SideMatching.h"
 #include "SideOrientation.h"
 
@@ -19,28 +21,6 @@ constexpr double closureTolerance = 1e-6;
 // A cell below this part of (surface area)^(3/2) is flat: rounding decides its volume.
 constexpr double flatTolerance = 1e-13;
 
-std::span<const int> oriented(std::span<const int> corners, bool inward, std::vector<int>& space) {
-    if (!inward) {
-        return corners;
-    }
-    // The first corner stays the first, so that the order does not depend on the orientation.
-    space.assign(corners.begin(), corners.end());
-    std::reverse(space.begin() + 1, space.end());
-    return space;
-}
-
-// Both polygons name the same nodes; true when they run around them in opposite directions.
-bool areOpposite(std::span<const int> a, std::span<const int> b) {
-    const std::size_t n = a.size();
-    const auto start = static_cast<std::size_t>(std::find(b.begin(), b.end(), a[0]) - b.begin());
-    for (std::size_t i = 1; i < n; ++i) {
-        if (a[i] != b[(start + n - i) % n]) {
-            return false;
-        }
-    }
-    return true;
-}
-
 // Numbers the faces and fills the face table.
 class FaceTable {
   public:
@@ -48,9 +28,8 @@ class FaceTable {
         : mesh_(mesh),
           fv_(fv),
           sides_(mesh),
-          partner_(matchSides(mesh, sides_)),
           inward_(orientSides(mesh, sides_)),
-          faceOfSide_(static_cast<std::size_t>(sides_.count()), -1) {}
+          partner_(matchSides(mesh, sides_, inward_)) {}
 
     void fill() {
         reserve();
@@ -58,9 +37,11 @@ class FaceTable {
             addInnerFaces(c);
         }
         fv_.innerFaces = fv_.faceCount();
-        for (int s = 0; s < sides_.count(); ++s) {
-            if (partner_[static_cast<std::size_t>(s)] < 0) {
-                addFace(s);
+        for (int c = 0; c < mesh_.cellCount(); ++c) {
+            for (int s = sides_.first(c); s < sides_.end(c); ++s) {
+                if (partner_[static_cast<std::size_t>(s)] < 0) {
+                    addFace(c, s);
+                }
             }
         }
         fillCellFaces();
@@ -87,77 +68,80 @@ class FaceTable {
         }
         std::sort(upper_.begin(), upper_.end());
         for (const auto& [neighbour, side] : upper_) {
-            checkFit(side);
-            addFace(side);
+            addFace(cell, side);
             fv_.neighbour.push_back(neighbour);
         }
     }
 
-    void addFace(int side) {
-        const int face = fv_.faceCount();
-        const int other = partner_[static_cast<std::size_t>(side)];
-        faceOfSide_[static_cast<std::size_t>(side)] = face;
-        if (other >= 0) {
-            faceOfSide_[static_cast<std::size_t>(other)] = face;
+    // The polygon keeps its first corner where it is turned.
+    void addFace(int cell, int side) {
+        CellSides::Corners space;
+        const std::span<const int> corners = sides_.polygonOf(cell, side, space);
+        std::vector<int>& entries = fv_.faceNodes.entries;
+        if (inward_[static_cast<std::size_t>(side)] == 0) {
+            entries.insert(entries.end(), corners.begin(), corners.end());
+        } else {
+            entries.push_back(corners.front());
+            entries.insert(entries.end(), corners.rbegin(), corners.rend() - 1);
         }
-        fv_.owner.push_back(sides_.cell(side));
-        fv_.faceNodes.append(outwardPolygon(side, corners_, space_));
+        fv_.faceNodes.offsets.push_back(static_cast<std::int64_t>(entries.size()));
+        fv_.owner.push_back(cell);
     }
 
-    std::span<const int> outwardPolygon(int side, CellSides::Corners& corners,
-                                        std::vector<int>& space) const {
-        return oriented(sides_.polygon(side, corners), inward_[static_cast<std::size_t>(side)] != 0,
-                        space);
-    }
-
-    void checkFit(int side) {
-        const int other = partner_[static_cast<std::size_t>(side)];
-        if (!areOpposite(outwardPolygon(side, corners_, space_),
-                         outwardPolygon(other, otherCorners_, otherSpace_))) {
-            const int a = sides_.cell(side);
-            const int b = sides_.cell(other);
-            failOnOverlap(mesh_, a, signedVolume(mesh_, sides_, inward_, a), b,
-                          signedVolume(mesh_, sides_, inward_, b));
-        }
-    }
-
+    // Faces go to their cells in ascending order.
     void fillCellFaces() {
-        fv_.cellFaces.entries = std::move(faceOfSide_);
+        std::vector<int> next;
+        next.reserve(static_cast<std::size_t>(mesh_.cellCount()));
         fv_.cellFaces.offsets.reserve(static_cast<std::size_t>(mesh_.cellCount()) + 1);
         for (int c = 0; c < mesh_.cellCount(); ++c) {
+            next.push_back(sides_.first(c));
             fv_.cellFaces.offsets.push_back(sides_.end(c));
-            std::sort(fv_.cellFaces.entries.begin() + sides_.first(c),
-                      fv_.cellFaces.entries.begin() + sides_.end(c));
+        }
+        std::vector<int>& entries = fv_.cellFaces.entries;
+        entries.resize(static_cast<std::size_t>(sides_.count()));
+        const auto give = [&](int cell, int face) {
+            entries[static_cast<std::size_t>(next[static_cast<std::size_t>(cell)]++)] = face;
+        };
+        for (int f = 0; f < fv_.faceCount(); ++f) {
+            give(fv_.owner[static_cast<std::size_t>(f)], f);
+            if (f < fv_.innerFaces) {
+                give(fv_.neighbour[static_cast<std::size_t>(f)], f);
+            }
         }
     }
 
     const CellMesh& mesh_;
     FvMesh& fv_;
     CellSides sides_;
-    std::vector<int> partner_;
     std::vector<std::uint8_t> inward_;
-    std::vector<int> faceOfSide_;
-
-    // Working space, kept from face to face.
-    std::vector<std::pair<int, int>> upper_;  // upper cell, side of the lower cell
-    CellSides::Corners corners_{};
-    CellSides::Corners otherCorners_{};
-    std::vector<int> space_;
-    std::vector<int> otherSpace_;
+    std::vector<int> partner_;
+    std::vector<std::pair<int, int>> upper_;  // working space: upper cell, side of the lower cell
 };
 
 void computeFaces(FvMesh& fv) {
     const auto faces = static_cast<std::size_t>(fv.faceCount());
     fv.faceCentre.resize(faces);
     fv.faceArea.resize(faces);
-    for (std::size_t f = 0; f < faces; ++f) {
-        const PolygonGeometry face = polygonGeometry(fv.points, fv.faceNodes[static_cast<int>(f)]);
+    const auto take = [&](std::size_t f, const PolygonGeometry& face) {
         fv.faceCentre[f] = face.centre;
         fv.faceArea[f] = face.area;
+    };
+    QuadrangleBlock block;
+    for (std::size_t f = 0; f < faces; ++f) {
+        const std::span<const int> corners = fv.faceNodes[static_cast<int>(f)];
+        if (corners.size() != 4) {
+            take(f, polygonGeometry(fv.points, corners));
+            continue;
+        }
+        block.add(fv.points, corners, f);
+        if (block.isFull()) {
+            block.flush(take);
+        }
     }
+    block.flush(take);
 }
 
-void computeCell(const CellMesh& cells, FvMesh& fv, int cell) {
+void addCell(const CellMesh& cells, FvMesh& fv, int cell) {
     const CellGeometry geometry = cellGeometry(fv, cell, fv.cellFaces[cell]);
     if (!(norm(geometry.gap) <= closureTolerance * geometry.surface)) {
         failOnOpenCell(cells, cell);
@@ -166,8 +150,8 @@ void computeCell(const CellMesh& cells, FvMesh& fv, int cell) {
     if (!(geometry.volume > flat)) {
         failOnVolume(cells, cell, geometry.volume < -flat ? geometry.volume : 0.0);
     }
-    fv.cellVolume[static_cast<std::size_t>(cell)] = geometry.volume;
-    fv.cellCentre[static_cast<std::size_t>(cell)] = geometry.centre;
+    fv.cellVolume.push_back(geometry.volume);
+    fv.cellCentre.push_back(geometry.centre);
 }
 
 }  // namespace
@@ -179,16 +163,16 @@ FvMesh buildFvMesh(const CellMesh& cells) {
     fv.cellNodes = cells.cellNodes;
 
     computeFaces(fv);
-    fv.cellCentre.resize(static_cast<std::size_t>(cells.cellCount()));
-    fv.cellVolume.resize(static_cast<std::size_t>(cells.cellCount()));
+    fv.cellCentre.reserve(static_cast<std::size_t>(cells.cellCount()));
+    fv.cellVolume.reserve(static_cast<std::size_t>(cells.cellCount()));
     for (int c = 0; c < cells.cellCount(); ++c) {
-        computeCell(cells, fv, c);
+        addCell(cells, fv, c);
     }
-    fv.lambda.resize(static_cast<std::size_t>(fv.innerFaces));
-    for (std::size_t f = 0; f < fv.lambda.size(); ++f) {
-        fv.lambda[f] = weightOfNeighbour(fv.faceCentre[f], fv.faceArea[f],
-                                         fv.cellCentre[static_cast<std::size_t>(fv.owner[f])],
-                                         fv.cellCentre[static_cast<std::size_t>(fv.neighbour[f])]);
+    fv.lambda.reserve(static_cast<std::size_t>(fv.innerFaces));
+    for (std::size_t f = 0; f < static_cast<std::size_t>(fv.innerFaces); ++f) {
+        fv.lambda.push_back(weightOfNeighbour(
+            fv.faceCentre[f], fv.faceArea[f], fv.cellCentre[static_cast<std::size_t>(fv.owner[f])],
+            fv.cellCentre[static_cast<std::size_t>(fv.neighbour[f])]));
     }
     return fv;
 }

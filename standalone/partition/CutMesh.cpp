@@ -9,6 +9,7 @@
 
 #include "base/Errors.h"
 #include "mesh/SideMatching.h"
+#include "mesh/SideOrientation.h"
 
 namespace weldline {
 
@@ -22,7 +23,7 @@ struct DualGraph {
 
 DualGraph dualGraph(const CellMesh& mesh) {
     const CellSides sides(mesh);
-    const std::vector<int> partner = matchSides(mesh, sides);
+    const std::vector<int> partner = matchSides(mesh, sides, orientSides(mesh, sides));
     DualGraph graph;
     graph.offsets.reserve(static_cast<std::size_t>(mesh.cellCount()) + 1);
     graph.weights.reserve(static_cast<std::size_t>(mesh.cellCount()));

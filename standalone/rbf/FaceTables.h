@@ -19,7 +19,7 @@ struct FaceTables {
     std::unique_ptr<double[]> weights;
 };
 
-// Measured on one core: see docs/accuracy.md. Nothing is allocated per face.
+// Measured on one core: see docs/performance.md. Nothing is allocated per face.
 FaceTables buildFaceTables(const CKVR3DFiniteVolumeMesh& mesh, const CKvr3dGV* globalVariables,
                            CPartitionFace_DLL* partition);
 
