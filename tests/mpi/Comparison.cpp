@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <map>
+#include <ostream>
 
 namespace weldline::test {
 
@@ -69,6 +71,18 @@ std::vector<bool> CutMap::reachedByFlags(const std::vector<RankOutcome::Cell>& c
     return reached;
 }
 
+std::vector<bool> CutMap::nearLargestOfRank(const std::vector<RankOutcome::Cell>& cells) const {
+    std::map<int, double> largest;
+    for (std::size_t c = 0; c < cells.size(); ++c) {
+        double& own = largest[m_partOfCell[c]];
+        own = std::max(own, length(cells[c], 1));
+    }
+    std::vector<bool> near(cells.size());
+    for (std::size_t c = 0; c < cells.size(); ++c)
+        near[c] = length(cells[c], 1) > 0.989 * largest[m_partOfCell[c]];
+    return near;
+}
+
 std::vector<bool> CutMap::nodesAround(const std::vector<bool>& cells) const {
     std::vector<bool> nodes(at(m_mesh.pointCount()), false);
     std::vector<bool> ring = cells;
@@ -98,6 +112,12 @@ double gradientDifference(const WholeOutcome& one, const WholeOutcome& other,
         }
     }
     return difference / largest;
+}
+
+std::ostream& operator<<(std::ostream& stream, const AngleDifference& difference) {
+    return stream << difference.weldNodes << " weld nodes, " << difference.lost << " lost, "
+                  << difference.gained << " gained, " << difference.larger << " larger, "
+                  << difference.smaller << " smaller";
 }
 
 AngleDifference angleDifference(const WholeOutcome& one, const WholeOutcome& other,

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <iosfwd>
 #include <vector>
 
 #include "CutRun.h"
@@ -22,6 +23,10 @@ class CutMap {
     // not know the flags of its halo cells, so that the cell beside such a one takes its gradient
     // into the mean; each further pass carries the difference one layer on.
     std::vector<bool> reachedByFlags(const std::vector<RankOutcome::Cell>& cells, int passes) const;
+
+    // Cells whose gradient is among the largest of their rank: methods 1 to 3 leave out cells
+    // within 1 % of the largest gradient, and each rank sees that of its own cells only.
+    std::vector<bool> nearLargestOfRank(const std::vector<RankOutcome::Cell>& cells) const;
 
     // The nodes of these cells and of their neighbours around nodes.
     std::vector<bool> nodesAround(const std::vector<bool>& cells) const;
@@ -49,6 +54,7 @@ struct AngleDifference {
     int smaller = 0;    // the same, but smaller
     bool operator==(const AngleDifference&) const = default;
 };
+std::ostream& operator<<(std::ostream& stream, const AngleDifference& difference);
 AngleDifference angleDifference(const WholeOutcome& one, const WholeOutcome& other,
                                 const std::vector<bool>& except);
 

@@ -140,6 +140,35 @@ TEST(JoinParts, a_rank_between_two_cells_of_another_has_two_halo_cells) {
     EXPECT_EQ(all[1].interface.links.links[0].receiveSlots, (std::vector{6, 7}));
 }
 
+// Two boxes whose common wall is two triangles, which the second box lists the other way round.
+TEST(JoinParts, cells_with_two_common_faces_count_them_in_the_order_of_the_lower_cell) {
+    test::MeshParts boxes(test::boxRowPoints({0, 1, 2}));
+    boxes.polyhedron({{0, 1, 3, 2},
+                      {0, 4, 5, 1},
+                      {2, 3, 7, 6},
+                      {0, 2, 6, 4},
+                      {1, 5, 7, 3},
+                      {4, 6, 7},
+                      {4, 7, 5}});
+    boxes.polyhedron({{4, 5, 7},
+                      {4, 7, 6},
+                      {8, 9, 11, 10},
+                      {4, 8, 9, 5},
+                      {6, 7, 11, 10},
+                      {4, 6, 10, 8},
+                      {5, 9, 11, 7}});
+    const auto all = joinAll(wholePart(boxes), {0, 1}, 2);
+    const Vec3 first = (1.0 / 3.0) * Vec3{3.0, 1.0, 2.0};   // of points 4, 6, 7
+    const Vec3 second = (1.0 / 3.0) * Vec3{3.0, 2.0, 1.0};  // of points 4, 7, 5
+    for (const Joined& own : all) {
+        ASSERT_EQ(own.mesh.interfaceFaces, 2);
+        const auto f = static_cast<std::size_t>(own.mesh.firstInterfaceFace());
+        EXPECT_LT(norm(own.mesh.faceCentre[f] - first), 1e-15);
+        EXPECT_LT(norm(own.mesh.faceCentre[f + 1] - second), 1e-15);
+        EXPECT_EQ(own.interface.halo.size(), 1U);
+    }
+}
+
 TEST(JoinParts, ranks_without_cells_have_no_part_in_it) {
     const auto all = joinAll(wholePart(boxRow({0, 1, 2})), {1, 3}, 5);
     for (const int empty : {0, 2, 4}) {
