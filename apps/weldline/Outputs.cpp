@@ -3,6 +3,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <iterator>
+#include <sstream>
 #include <system_error>
 #include <vector>
 
@@ -12,6 +13,7 @@
 #include "comm/Agreement.h"
 #include "comm/Messages.h"
 #include "comm/Packing.h"
+#include "io/ResultPieces.h"
 
 namespace weldline {
 
@@ -50,7 +52,8 @@ bool isInCase(const std::string& file, const std::string& foam) {
     if (inside.empty() || std::distance(inside.begin(), inside.end()) < 2) return false;
     const std::string first = inside.begin()->string();
     const bool isTime = first.find_first_not_of("0123456789.e-+") == std::string::npos;
-    return first == "constant" || first == "system" || (isTime && first != "..");
+    return first == "constant" || first == "system" || first.starts_with("processor") ||
+           (isTime && first != "..");
 }
 
 // The input and the pieces that it names: a .pvtu or .vtm file lists other files of its folder.
@@ -78,6 +81,22 @@ std::vector<std::string> filesOf(const Outputs& outputs) {
 void refuseInput(const std::string& output, const std::string& input) {
     if (isPartOfInput(output, input))
         throw UsageError(output + ": the output would replace the input; give it another name");
+}
+
+// A new result in pieces takes away the pieces of the old one, whoever names them.
+void refusePieces(const std::string& result, const std::string& input) {
+    std::vector<std::string> names{fs::path(input).filename().string()};
+    std::string text;
+    const std::string kind = fs::path(input).extension().string();
+    if ((kind == ".pvtu" || kind == ".vtm") && readWholeFile(input, text)) {
+        std::istringstream words(text);
+        for (std::string word; std::getline(words, word, '"');)
+            names.push_back(fs::path(word).filename().string());
+    }
+    for (const std::string& name : names)
+        if (isPieceName(result, name))
+            throw UsageError(result + ": the output would replace '" + name +
+                             "', which is a part of the input; give it another name");
 }
 
 void checkCollisions(const std::vector<std::string>& files, const AnalyzeOptions& options) {
@@ -117,6 +136,7 @@ Outputs planOutputs(const AnalyzeOptions& options, const RunControl& control) {
 
     const std::vector<std::string> files = filesOf(outputs);
     checkCollisions(files, options);
+    if (isInPieces(outputs.result)) refusePieces(outputs.result, options.input);
     if (!outputs.control.empty() && exists(outputs.control) && !isOwnControlFile(outputs.control))
         throw InputError(outputs.control +
                          ": this control file was not written by weldline and is not replaced; "

@@ -57,8 +57,10 @@ int runProgram(Ranks& ranks, int argc, char** argv) {
         return fail(ranks, error.what(), WrongUsage);
     } catch (const InputError& error) {
         return fail(ranks, error.what(), UnusableInput);
-    } catch (const std::bad_alloc&) {
-        endForMemory();
+    } catch (const std::bad_alloc& error) {
+        // The first rank speaks for all, and ends them.
+        if (ranks.rank() == 0 || !wasAgreedOn(error.what())) endForMemory();
+        return FailedWhileRunning;
     } catch (const std::exception& error) {
         return fail(ranks, error.what(), FailedWhileRunning);
     }

@@ -30,7 +30,7 @@ std::optional<Failure> failureOf(const std::function<void()>& step) {
     } catch (const UsageError& error) {
         return Failure{Kind::Usage, error.what()};
     } catch (const std::bad_alloc&) {
-        return Failure{Kind::Memory, ""};
+        return Failure{Kind::Memory, std::bad_alloc().what()};
     } catch (const std::exception& error) {
         return Failure{Kind::Run, error.what()};
     }

@@ -151,6 +151,37 @@ TEST_F(MpiErrors, input_is_not_written_over) {
                 {"would replace the input"});
 }
 
+// A result in pieces takes away the pieces of the result before it.
+TEST_F(MpiErrors, pieces_of_the_input_are_not_taken_away) {
+    ASSERT_EQ(weldline({"analyze", at("whole.vtu"), "-o", at("r.pvtu")}).exitCode, 0);
+    const Names before = filesOf("r");
+    fs::copy_file(at("r.pvtu"), at("copy.pvtu"));
+    for (const std::string& input : {std::string("copy.pvtu"), filesOf("r_").front()})
+        expectError(onRanks(3, {"analyze", at(input), "-o", at("r.pvtu"), "--method", "2"}), 2,
+                    {at("r.pvtu"), filesOf("r_").front(), "part of the input"});
+    EXPECT_EQ(filesOf("r"), before);
+    fs::remove(at("copy.pvtu"));
+    for (const std::string& name : before) fs::remove(at(name));
+}
+
+// Three amounts of memory for one rank, between what it takes to start and what it takes to end.
+TEST_F(MpiErrors, memory_of_one_rank_ends) {
+    write("large.vtu", plateWithTwoFronts(60, 40, 30));
+    bool hasFailed = false;
+    for (const int kilobytes : {260000, 280000, 300000}) {
+        const std::string program = "if [ $OMPI_COMM_WORLD_RANK = 1 ]; then ulimit -v " +
+                                    std::to_string(kilobytes) +
+                                    "; fi; exec " WELDLINE_PROGRAM " \"$@\"";
+        const Outcome outcome =
+            onRanks(3, {"-c", program, "weldline", "analyze", at("large.vtu")}, {}, "/bin/sh");
+        if (outcome.exitCode == 0) continue;
+        hasFailed = true;
+        expectError(outcome, 1, {at("large.vtu"), "memory"});
+    }
+    EXPECT_TRUE(hasFailed);
+    fs::remove(at("large.vtu"));
+}
+
 TEST_F(MpiErrors, control_file_of_one_rank_counts_for_all) {
     expectError(onRanks(3, {"analyze", at("whole.vtu"), "--control", at("none.cmp")}), 3,
                 {at("none.cmp")});
