@@ -162,6 +162,7 @@ std::vector<Piece> listCase(const std::string& file) {
     }
     checkProcessors(file, processors);
     std::vector<Piece> pieces;
+    pieces.reserve(processors.size());
     for (const std::string& name : processors) {
         pieces.push_back(
             {Piece::Kind::Case, file, name, sizeOfFiles(folder / name / "constant" / "polyMesh")});

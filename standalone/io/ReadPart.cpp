@@ -95,6 +95,7 @@ void checkBlocks(Ranks& ranks, const std::string& file, const OpenedDataSet& ope
 
 std::vector<vtkDataSet*> gridsOf(const std::vector<Block>& blocks) {
     std::vector<vtkDataSet*> grids;
+    grids.reserve(blocks.size());
     for (const Block& block : blocks) {
         grids.push_back(block.grid);
     }

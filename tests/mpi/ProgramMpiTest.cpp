@@ -1,11 +1,15 @@
 #include "ProgramMpiTest.h"
 
 #include <cmath>
+#include <cstdlib>
+#include <fstream>
 #include <sstream>
 
 #include "GridMesh.h"
 
 namespace weldline::test {
+
+namespace fs = std::filesystem;
 
 Outcome MpiProgramTest::onRanks(int ranks, const Names& arguments, Setting setting,
                                 const std::string& program) const {
@@ -19,6 +23,22 @@ Outcome MpiProgramTest::onRanks(int ranks, const Names& arguments, Setting setti
     Names words{"-n", std::to_string(ranks), program};
     words.insert(words.end(), arguments.begin(), arguments.end());
     return runProgram(WELDLINE_MPIEXEC, words, setting);
+}
+
+std::vector<int> MpiProgramTest::childrenOf(int parent) {
+    std::vector<int> children;
+    std::error_code none;
+    for (fs::directory_iterator at("/proc", none), end; !none && at != end; at.increment(none)) {
+        const int process = std::atoi(at->path().filename().c_str());
+        if (process == 0) continue;
+        std::ifstream stat(at->path() / "stat");
+        std::string word;
+        // "PROCESS (NAME) STATE PARENT"; our own names have no blanks.
+        int theirParent = 0;
+        if (stat >> word >> word >> word >> theirParent && theirParent == parent)
+            children.push_back(process);
+    }
+    return children;
 }
 
 MpiProgramTest::Names MpiProgramTest::ownLines(const Outcome& outcome) {

@@ -19,6 +19,9 @@ class MpiProgramTest : public ProgramTest {
     Outcome onRanks(int ranks, const Names& arguments, Setting setting = {},
                     const std::string& program = WELDLINE_PROGRAM) const;
 
+    // The processes that a process has started.
+    static std::vector<int> childrenOf(int parent);
+
     // Lines of our own among those of the launcher.
     static Names ownLines(const Outcome& outcome);
 
