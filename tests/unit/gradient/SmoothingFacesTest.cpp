@@ -31,15 +31,15 @@ class PackedFaces : public NumericsTest {
 
 TEST_F(PackedFaces, inner_faces_come_in_ascending_order_with_cells_weight_and_area) {
     const SmoothingFaces faces(calc);
-    ASSERT_EQ(faces.inner().size(), 2U);
-    EXPECT_EQ(faces.inner()[0].a, 1);
-    EXPECT_EQ(faces.inner()[0].b, 2);
-    EXPECT_EQ(faces.inner()[0].lambda, 0.25);
-    EXPECT_EQ(faces.inner()[0].area, 1.0);
-    EXPECT_EQ(faces.inner()[1].a, 3);
-    EXPECT_EQ(faces.inner()[1].b, 2);
-    EXPECT_EQ(faces.inner()[1].lambda, 0.75);
-    EXPECT_EQ(faces.inner()[1].area, 5.0);
+    ASSERT_EQ(faces.inner().count, 2U);
+    EXPECT_EQ(faces.inner().a[0], 1);
+    EXPECT_EQ(faces.inner().b[0], 2);
+    EXPECT_EQ(faces.inner().lambda[0], 0.25);
+    EXPECT_EQ(faces.inner().area[0], 1.0);
+    EXPECT_EQ(faces.inner().a[1], 3);
+    EXPECT_EQ(faces.inner().b[1], 2);
+    EXPECT_EQ(faces.inner().lambda[1], 0.75);
+    EXPECT_EQ(faces.inner().area[1], 5.0);
 }
 
 TEST_F(PackedFaces, boundary_faces_come_inlet_first_then_symmetry_then_wall) {
@@ -69,8 +69,8 @@ TEST_F(PackedFaces, faces_of_flagged_and_empty_cells_are_left_out) {
     calc.m_pZeroGradFlag[1] = 1;
     calc.m_pVariableOrg[slot(Group::Inlet, 2)] = 0.0;
     const SmoothingFaces faces(calc);
-    ASSERT_EQ(faces.inner().size(), 1U);
-    EXPECT_EQ(faces.inner()[0].a, 3);
+    ASSERT_EQ(faces.inner().count, 1U);
+    EXPECT_EQ(faces.inner().a[0], 3);
     ASSERT_EQ(faces.boundary().size(), 2U);
     EXPECT_EQ(faces.boundary()[0].slot, slot(Group::Symm, 2));
     EXPECT_EQ(faces.boundary()[1].slot, slot(Group::Wall, 2));
