@@ -13,12 +13,11 @@ namespace {
 
 constexpr std::size_t kLarge = std::size_t{1} << 22U;
 
-void askForLargePages(void* begin, std::size_t size) {
-    const auto page = static_cast<std::uintptr_t>(::sysconf(_SC_PAGESIZE));
-    const auto first = (reinterpret_cast<std::uintptr_t>(begin) + page - 1) / page * page;
-    const auto last = (reinterpret_cast<std::uintptr_t>(begin) + size) / page * page;
-    // A hint; its failure changes nothing.
-    ::madvise(reinterpret_cast<void*>(first), last - first, MADV_HUGEPAGE);
+// A hint; its failure changes nothing. The array begins with the next whole page.
+void askForLargePages(void* array, std::size_t size) {
+    const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
+    const std::size_t skipped = page - reinterpret_cast<std::uintptr_t>(array) % page;
+    ::madvise(static_cast<char*>(array) + skipped, (size - skipped) / page * page, MADV_HUGEPAGE);
 }
 
 }  // namespace
