@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 
 #include "Extent.h"
 
@@ -12,11 +13,12 @@ double vectorAngle(const Vec3& ga, const Vec3& gb) {
     return std::acos(std::clamp(c, -1.0, 1.0)) * 180.0 / kPi;
 }
 
-// An angle of 0 and less is always reached: a cosine above 1 excludes nothing.
+// An angle of 0 and less is always reached; so may be one within the margin of 0.
 AngleBound::AngleBound(double smallestAngle) {
     constexpr double kMargin = 1e-9;
     const double cosine = smallestAngle > 0.0 ? std::cos(smallestAngle * kPi / 180.0) : 1.0;
-    m_squaredCosine = (std::max(cosine, 0.0) + kMargin) * (std::max(cosine, 0.0) + kMargin);
+    const double k = std::max(cosine, 0.0) + kMargin;
+    m_squaredCosine = k < 1.0 ? k * k : std::numeric_limits<double>::infinity();
 }
 
 }  // namespace weldline::core

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -10,12 +11,10 @@
 
 namespace weldline::core {
 
-// A block of zeros for std::free. Large blocks are pages that the system has cleared anyway and
-// hands over when they are first touched: what is never written costs nothing. The system is asked
-// for large pages, of which a calculation fetches 500 times fewer. Throws std::bad_alloc.
-void* zeroedMemory(std::size_t bytes);
-
 // Owner of zero-filled arrays of plain types; all are released with it, in no list by hand.
+//
+// The zeros come from calloc: large arrays are pages that the system has cleared anyway and hands
+// over one by one when they are first touched, so that what is never written costs nothing.
 class ArrayOwner {
   public:
     // A new array of `count` zeros. Throws std::bad_alloc (or a derived class) when memory is
@@ -25,7 +24,8 @@ class ArrayOwner {
         static_assert(std::is_trivial_v<Value>);
         if (count > PTRDIFF_MAX / sizeof(Value)) throw std::bad_array_new_length();
         m_arrays.emplace_back();
-        m_arrays.back().reset(zeroedMemory(count * sizeof(Value)));
+        m_arrays.back().reset(std::calloc(std::max<std::size_t>(count, 1), sizeof(Value)));
+        if (m_arrays.back() == nullptr) throw std::bad_alloc();
         return static_cast<Value*>(m_arrays.back().get());
     }
 

@@ -131,5 +131,8 @@ void Smoothing::smoothTogether(const CellVectors& g, int nPass) {
         divideByWeights(S, m_record.m_pWork1Z, extent.slots, phi);
         copyToSlots(m_record, extent, phi);
     }
-    for (int c = 1; c <= extent.slots; ++c) g.set(c, phi[c]);
+    for (int c = 1; c <= extent.slots; ++c) {
+        g.set(c, phi[c]);
+        m_record.m_pWork1Y[c] = S[c].z;  // where the sums of the component that comes last lie
+    }
 }

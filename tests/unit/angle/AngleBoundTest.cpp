@@ -52,6 +52,8 @@ TEST(AngleBound, that_every_pair_reaches_excludes_nothing) {
         const AngleBound bound(smallest);
         EXPECT_FALSE(bound.excludes(ahead, ahead)) << smallest;
         EXPECT_FALSE(bound.excludes(at(30.0, 7.0), at(30.0, 3.0))) << smallest;
+        // The squares end just below the largest double, the squared product beyond it.
+        EXPECT_FALSE(bound.excludes(at(20.0, 1.15e77), at(20.0, 1.15e77))) << smallest;
     }
 }
 

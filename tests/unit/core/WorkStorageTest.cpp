@@ -12,7 +12,7 @@ namespace {
 
 using core::ArrayOwner;
 
-// Small ones, and one of more than the 4 MiB from which on large pages are asked for.
+// Small ones, and one that the system hands out page by page.
 TEST(WorkStorage, arrays_are_zeros_and_can_be_written_to_their_ends) {
     ArrayOwner owner;
     for (const std::size_t count : {std::size_t{1}, std::size_t{1000}, std::size_t{700001}}) {

@@ -50,6 +50,8 @@ void expectSameSet(const Calculator& expected, const Calculator& actual) {
     EXPECT_TRUE(sameSlots(copy(expected.calc.m_pGradX, slots), actual.calc.m_pGradX));
     EXPECT_TRUE(sameSlots(copy(expected.calc.m_pGradY, slots), actual.calc.m_pGradY));
     EXPECT_TRUE(sameSlots(copy(expected.calc.m_pGradZ, slots), actual.calc.m_pGradZ));
+    EXPECT_TRUE(sameSlots(copy(expected.calc.m_pWork1Y, slots), actual.calc.m_pWork1Y));
+    EXPECT_TRUE(sameSlots(copy(expected.calc.m_pWork1Z, slots), actual.calc.m_pWork1Z));
 }
 
 TEST(SmoothingTogether, gives_what_the_components_give_one_by_one) {
