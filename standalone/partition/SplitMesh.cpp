@@ -95,10 +95,16 @@ void MeshSplitter::addCells(MeshPart& result, int number) {
 }
 
 void MeshSplitter::addPoints(MeshPart& result, int number) {
-    std::vector<int> points = result.mesh.cellNodes.entries;
-    if (number == 0) points.insert(points.end(), m_freePoints.begin(), m_freePoints.end());
+    std::vector<int> points;
+    const auto take = [&](int point) {
+        int& local = m_localPoint[at(point)];
+        if (local == none) points.push_back(point);
+        local = 0;  // any number, until all points are known
+    };
+    for (const int node : result.mesh.cellNodes.entries) take(node);
+    if (number == 0)
+        for (const int point : m_freePoints) take(point);
     std::sort(points.begin(), points.end());
-    points.erase(std::unique(points.begin(), points.end()), points.end());
     for (std::size_t i = 0; i < points.size(); ++i) {
         const std::size_t point = at(points[i]);
         m_localPoint[point] = static_cast<int>(i);

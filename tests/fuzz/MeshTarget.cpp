@@ -224,7 +224,7 @@ void run(const CellMesh& cells, Bytes& bytes) {
 }  // namespace
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    Bytes bytes(data, size);
+    fuzz::Bytes bytes(data, size);
     try {
         run(cellMesh(bytes), bytes);
     } catch (const InputError& error) {
