@@ -159,7 +159,7 @@ void addAnalyze(CLI::App& app, AnalyzeOptions& o) {
     auto* command = app.add_subcommand("analyze", "Find the weld lines of a filling result");
     addInput(*command, o.input);
     command->add_option("-o,--output", o.output, "Write mesh, meeting angles and weld lines")
-        ->type_name("RESULT.vtu");
+        ->type_name("RESULT.vtu|.pvtu");
     addJson(*command, o.json);
     command->add_option("--field", o.field, "Cell array with the fill time [FillTime or fillTime]")
         ->type_name("NAME");

@@ -70,6 +70,7 @@ class Piece {
         bool isCommitted = false;
         try {
             agreeOnFailure(ranks, [&] {
+                const SignalsHeld held;
                 m_files.commit();
                 isCommitted = true;
             });
@@ -123,9 +124,15 @@ void writeOutputs(Ranks& ranks, const Summary& summary, const RunControl& contro
         if (ranks.rank() == 0) prepareCompanions(summary, control, folder, files);
         files.finish();
     });
-    const SignalsHeld held;
+    // On purpose not while ranks wait for each other: the launcher ends them by a signal when one of
+    // them is gone.
+    std::optional<SignalsHeld> held;
+    if (ranks.size() == 1) held.emplace();
     if (piece) piece->commit(ranks);
-    agreeOnFailure(ranks, [&] { files.commit(); });
+    agreeOnFailure(ranks, [&] {
+        const SignalsHeld heldHere;
+        files.commit();
+    });
     if (inPieces && ranks.rank() == 0) removeOlderPieces(result, key, ranks.size());
 }
 

@@ -33,9 +33,10 @@ std::vector<int> MpiProgramTest::childrenOf(int parent) {
         if (process == 0) continue;
         std::ifstream stat(at->path() / "stat");
         std::string word;
+        std::string state;
         // "PROCESS (NAME) STATE PARENT"; our own names have no blanks.
         int theirParent = 0;
-        if (stat >> word >> word >> word >> theirParent && theirParent == parent)
+        if (stat >> word >> word >> state >> theirParent && theirParent == parent && state != "Z")
             children.push_back(process);
     }
     return children;

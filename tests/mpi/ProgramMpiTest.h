@@ -19,7 +19,7 @@ class MpiProgramTest : public ProgramTest {
     Outcome onRanks(int ranks, const Names& arguments, Setting setting = {},
                     const std::string& program = WELDLINE_PROGRAM) const;
 
-    // The processes that a process has started.
+    // The processes that a process has started and that have not ended.
     static std::vector<int> childrenOf(int parent);
 
     // Lines of our own among those of the launcher.
