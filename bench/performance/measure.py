@@ -117,7 +117,7 @@ class Bench:
             entry.update(context)
             keep(entry, times)
         entry["memory"] = self.memory(mesh)
-        self.results["meshes"][name] = entry
+        self.add(name, entry)
 
     def measure_large(self):
         mesh, case = ["hexahedra", 24 if self.options.quick else 200], self.folder / "case.vtu"
@@ -131,7 +131,13 @@ class Bench:
         run([self.tool("weldline_write_case"), case, *mesh])
         program, entry["program_peak"] = self.program_and_vtk(case)
         keep(entry, program)
-        self.results["meshes"]["8 million hexahedra"] = entry
+        self.add(report.LARGE, entry)
+
+    # What is done is kept at once: a whole measurement takes long.
+    def add(self, name, entry):
+        self.results["meshes"][name] = entry
+        if self.options.json:
+            self.options.json.write_text(json.dumps(self.results, indent=1) + "\n")
 
     def memory(self, mesh):
         command = [str(word) for word in [self.tool("weldline_memory"), *mesh]]
@@ -142,7 +148,7 @@ class Bench:
             print(f"measuring {name}", file=sys.stderr, flush=True)
             self.measure_mesh(name, mesh)
         if self.options.large:
-            print("measuring 8 million hexahedra", file=sys.stderr, flush=True)
+            print(f"measuring {report.LARGE}", file=sys.stderr, flush=True)
             self.measure_large()
         return self.results
 
@@ -168,8 +174,6 @@ def main():
     with tempfile.TemporaryDirectory(prefix="weldline-performance-") as folder:
         results = Bench(options, pathlib.Path(folder)).measure()
     tables = report.tables(results)
-    if options.json:
-        options.json.write_text(json.dumps(results, indent=1) + "\n")
     if options.document:
         report.renew(options.document, tables)
     else:
