@@ -9,13 +9,13 @@
 #include "MeshCase.h"
 #include "Reference.h"
 #include "bind/HostModel.h"
-#include "comm/OneProcess.h"
 
 namespace weldline::performance {
 
 using reference::Reference;
 
-// A mesh with its filling, bound for the library: what every calculation starts from.
+// A mesh with its filling, bound for the library: what every calculation starts from. One process:
+// there are no objects for partition and communication.
 class BoundCase {
   public:
     explicit BoundCase(const MeshChoice& choice);
@@ -27,8 +27,6 @@ class BoundCase {
     template <class Calculator>
     std::unique_ptr<Calculator> unbound() {
         auto calculator = std::make_unique<Calculator>();
-        calculator->setPartitionInterface(&m_partition);
-        calculator->setKVRCom(&m_exchange, &m_collective);
         calculator->setMeshFileType(0);
         return calculator;
     }
@@ -46,9 +44,6 @@ class BoundCase {
   private:
     MeshChoice m_choice;
     std::unique_ptr<HostModel> m_model;
-    NoInterfaceFaces m_partition;
-    NoExchange m_exchange;
-    OwnMaximum m_collective;
 };
 
 // What a step finds in the calculator's arrays, kept to start the step again and again.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cmath>
 #include <cstddef>
 #include <vector>
 
@@ -85,7 +86,7 @@ class MeetingFaces {
             const int b = face.cell;
             if (!m_extent.holds(b) || !m_test.mayMeet(b) || !m_test.mayMeet(a, b)) continue;
             const double theta = m_test.angle(a, b, faceCentreAt(m_record, a, k));
-            if (theta == theta) m_faces.push_back({face, theta});
+            if (!std::isnan(theta)) m_faces.push_back({face, theta});
         }
         if (m_faces.size() == first) return kNone;
         m_faces.push_back(kEnd);

@@ -17,8 +17,9 @@ template <class Visit>
 void visitInnerDisplacements(const InnerFaces& faces, const Extent& extent, const CellVectors& X,
                              Visit visit) {
     for (int f = 1; f <= faces.count; ++f) {
-        const int a = firstCell(faces.record[f]);
-        const int b = secondCell(faces.record[f]);
+        const double* face = faces.next(f);
+        const int a = firstCell(face);
+        const int b = secondCell(face);
         if (extent.holds(a, b)) visit(a, b, X[b] - X[a]);
     }
 }

@@ -103,7 +103,7 @@ FaceContribution contribution(const CKVR3DWeldLine& r, int nIter, const double* 
 void addInnerFaces(const InnerFaces& faces, const Extent& extent,
                    const FaceContribution& contribution) {
     for (int f = 1; f <= faces.count; ++f) {
-        const double* face = faces.record[f];
+        const double* face = faces.next(f);
         const int a = firstCell(face);
         const int b = secondCell(face);
         if (!extent.holds(a, b)) continue;

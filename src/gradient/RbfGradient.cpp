@@ -65,7 +65,7 @@ void addInnerFaces(const InnerFaces& faces, const CKvrFaceRBFInternalObject& rbf
                    const Extent& extent, const double* V, const double* phi, const CellVectors& g,
                    double& faceAreaMag) {
     for (int f = 1; f <= faces.count; ++f) {
-        const double* face = faces.record[f];
+        const double* face = faces.next(f);
         const int a = firstCell(face);
         const int b = secondCell(face);
         if (!extent.holds(a, b)) continue;

@@ -26,9 +26,11 @@ void addToBoth(Value* S, int a, int b, const Value& value) {
 }
 
 template <class Value>
-void addInnerFaces(std::span<const SmoothedInnerFace> faces, const Value* phi, Value* S) {
-    for (const SmoothedInnerFace& f : faces) {
-        addToBoth(S, f.a, f.b, (phi[f.a] * (1.0 - f.lambda) + phi[f.b] * f.lambda) * f.area);
+void addInnerFaces(const SmoothedInnerFaces& f, const Value* phi, Value* S) {
+    for (std::size_t i = 0; i < f.count; ++i) {
+        const double lambda = f.lambda[i];
+        addToBoth(S, f.a[i], f.b[i],
+                  (phi[f.a[i]] * (1.0 - lambda) + phi[f.b[i]] * lambda) * f.area[i]);
     }
 }
 

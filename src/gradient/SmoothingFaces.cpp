@@ -1,27 +1,33 @@
 #include "SmoothingFaces.h"
 
-#include <cstddef>
-
 #include "FaceViews.h"
 
 namespace weldline::core {
 
 namespace {
 
-std::size_t packInnerFaces(const InnerFaces& faces, const Participation& part,
-                           SmoothedInnerFace* packed, double* W) {
-    std::size_t count = 0;
+SmoothedInnerFaces roomFor(int faces, ArrayOwner& memory) {
+    const std::size_t count = slotsUpTo(faces);
+    return {0, memory.zeros<int>(count), memory.zeros<int>(count), memory.zeros<double>(count),
+            memory.zeros<double>(count)};
+}
+
+void packInnerFaces(const InnerFaces& faces, const Participation& part, SmoothedInnerFaces& packed,
+                    double* W) {
     for (int f = 1; f <= faces.count; ++f) {
-        const double* face = faces.record[f];
+        const double* face = faces.next(f);
         const int a = firstCell(face);
         const int b = secondCell(face);
         if (!part.takesPart(a, b)) continue;
         const double area = length(areaVector(face));
-        packed[count++] = {a, b, faces.lambda[f], area};
+        packed.a[packed.count] = a;
+        packed.b[packed.count] = b;
+        packed.lambda[packed.count] = faces.lambda[f];
+        packed.area[packed.count] = area;
+        ++packed.count;
         W[a] += area;
         W[b] += area;
     }
-    return count;
 }
 
 void addInterfaceWeights(const InterfaceFaces& faces, const Participation& part, double* W) {
@@ -54,12 +60,11 @@ Participation participation(const CKVR3DWeldLine& r) {
     return {r.m_pVariableOrg, r.m_pZeroGradFlag, extentOf(r)};
 }
 
-SmoothingFaces::SmoothingFaces(CKVR3DWeldLine& r)
-    : m_inner(m_memory.zeros<SmoothedInnerFace>(slotsUpTo(r.m_nInnerFace))) {
+SmoothingFaces::SmoothingFaces(CKVR3DWeldLine& r) : m_inner(roomFor(r.m_nInnerFace, m_memory)) {
     const Participation part = participation(r);
     double* W = r.m_pWork1Z;
     for (int c = 1; c <= part.extent.slots; ++c) W[c] = 0.0;
-    m_innerCount = packInnerFaces(innerFaces(r), part, m_inner, W);
+    packInnerFaces(innerFaces(r), part, m_inner, W);
     addInterfaceWeights(InterfaceFaces(r.m_pPartitionFace), part, W);
     packBoundaryFaces(inletFaces(r), part, m_boundary, W);
     packBoundaryFaces(symmetryFaces(r), part, m_boundary, W);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <span>
 #include <vector>
 
@@ -22,11 +23,14 @@ struct Participation {
 };
 Participation participation(const CKVR3DWeldLine& record);
 
-struct SmoothedInnerFace {
-    int a;
-    int b;
-    double lambda;  // weight of b
-    double area;
+// The inner faces that take part, 0-based, in four arrays: a pass reads four streams at once faster
+// than one of records.
+struct SmoothedInnerFaces {
+    std::size_t count;
+    int* a;
+    int* b;
+    double* lambda;  // weight of b
+    double* area;
 };
 
 struct SmoothedBoundaryFace {
@@ -45,14 +49,13 @@ class SmoothingFaces {
   public:
     explicit SmoothingFaces(CKVR3DWeldLine& record);
 
-    std::span<const SmoothedInnerFace> inner() const { return {m_inner, m_innerCount}; }
+    const SmoothedInnerFaces& inner() const { return m_inner; }
     // Inlet, then symmetry, then wall faces.
     std::span<const SmoothedBoundaryFace> boundary() const { return m_boundary; }
 
   private:
     ArrayOwner m_memory;
-    SmoothedInnerFace* m_inner;
-    std::size_t m_innerCount = 0;
+    SmoothedInnerFaces m_inner;
     std::vector<SmoothedBoundaryFace> m_boundary;
 };
 

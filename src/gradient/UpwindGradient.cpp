@@ -21,7 +21,7 @@ void addInnerFaces(const InnerFaces& faces, const Extent& extent, const double* 
     double qa = 0.0;
     double qb = 0.0;
     for (int f = 1; f <= faces.count; ++f) {
-        const double* face = faces.record[f];
+        const double* face = faces.next(f);
         const int a = firstCell(face);
         const int b = secondCell(face);
         if (!extent.holds(a, b)) continue;

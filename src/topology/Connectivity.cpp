@@ -40,7 +40,8 @@ struct FaceCells {
 FaceCells* cellsOfInnerFaces(const InnerFaces& faces, ArrayOwner& memory) {
     FaceCells* cells = memory.zeros<FaceCells>(slotsUpTo(faces.count - 1));
     for (int f = 1; f <= faces.count; ++f) {
-        cells[f - 1] = {firstCell(faces.record[f]), secondCell(faces.record[f])};
+        const double* face = faces.next(f);
+        cells[f - 1] = {firstCell(face), secondCell(face)};
     }
     return cells;
 }

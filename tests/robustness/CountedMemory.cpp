@@ -18,8 +18,12 @@ struct alignas(std::max_align_t) Header {
     std::size_t size;
 };
 
+bool isFailing() {
+    return g_untilFailure > 0 && --g_untilFailure == 0;
+}
+
 void* allocate(std::size_t size) {
-    if (g_untilFailure > 0 && --g_untilFailure == 0) throw std::bad_alloc();
+    if (isFailing()) throw std::bad_alloc();
     if (size > static_cast<std::size_t>(PTRDIFF_MAX) - sizeof(Header)) throw std::bad_alloc();
     auto* header = static_cast<Header*>(std::malloc(sizeof(Header) + size));
     if (header == nullptr) throw std::bad_alloc();
@@ -60,6 +64,14 @@ FailingAllocation::~FailingAllocation() {
 }
 
 }  // namespace weldline::test
+
+// The linker leads the library's calls of calloc to the second of these, and the first to calloc.
+extern "C" void* callocItself(std::size_t count, std::size_t size) asm("__real_calloc");
+extern "C" void* callocOfTheLibrary(std::size_t count, std::size_t size) asm("__wrap_calloc");
+
+void* callocOfTheLibrary(std::size_t count, std::size_t size) {
+    return weldline::test::isFailing() ? nullptr : callocItself(count, size);
+}
 
 // All forms, because the sanitizers bring every form of their own that a program leaves out.
 void* operator new(std::size_t size) {

@@ -1,6 +1,7 @@
 #pragma once
 
-// The global operator new of this program counts, and fails on demand.
+// The global operator new of this program counts, and fails on demand. So does calloc, from which
+// the library has its arrays, but for the counting.
 
 namespace weldline::test {
 

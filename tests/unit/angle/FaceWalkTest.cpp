@@ -171,6 +171,31 @@ TEST_P(FaceWalk, keeps_left_over_angles_in_the_maximum) {
     }
 }
 
+// Face 1 between A and B counts at node 1 alone, face 2 between A and C at nodes 1 and 2: what was
+// judged at node 1 is looked up at node 2, where only C is a cell of the node as well.
+TEST_P(FaceWalk, a_judged_face_counts_at_the_nodes_of_its_other_cell_only) {
+    Bench bench;
+    for (int n = 0; n < 2; ++n) bench.addNode({10, 20, 30});
+    bench.addCell({9, 20, 30}, {1, 0, 0}, {1, 2});        // A
+    bench.addCell({11, 20, 30}, {-1, 0, 0}, {1});         // B, head-on
+    bench.addCell({11, 20, 30}, {-0.8, 0.6, 0}, {1, 2});  // C, 143.13 degrees
+    bench.host.addInner(1, 2, {1, 0, 0}, {10, 20, 30});
+    bench.host.addInner(1, 3, {1, 0, 0}, {10, 20, 30});
+    bench.bind();
+    bench.run(GetParam());
+    EXPECT_EQ(bench.angle(1), kHeadOn);
+    EXPECT_EQ(bench.angle(2), 36.86989748229402);
+}
+
+// Two nodes, two cells of each: one look at the interface face's cells (2 arrays) and, as its pair
+// may meet, at its centre (3 arrays).
+TEST_P(FaceWalk, asks_the_host_once_for_an_interface_face) {
+    HaloPair bench;
+    const int before = bench.host.partitionCalls;
+    bench.run(GetParam());
+    EXPECT_EQ(bench.host.partitionCalls - before, 5);
+}
+
 INSTANTIATE_TEST_SUITE_P(All, FaceWalk, testing::Values(2, 4), methodName);
 
 // The ratios 3 / 0.3 and 0.3 / 3 differ in the volume filter (see the cell loop); either cell is

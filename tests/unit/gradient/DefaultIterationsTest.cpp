@@ -138,6 +138,20 @@ TEST_F(DefaultIterations, halo_gradients_come_from_the_exchange) {
     EXPECT_EQ(g.y[halo], 0.0);
 }
 
+// The host cannot tell that the result of the first iteration is not used: count, two cells, three
+// areas, three centres and a weight, and the count again, in each iteration.
+TEST_F(DefaultIterations, every_iteration_asks_for_the_interface_faces) {
+    host.addCell({0, 0, 0}, 1.0, {});
+    host.addInterface(1, {1, 0, 0}, {1, 1, 0}, 0.5, {2, 0, 0}, 1.0, {});
+    bind();
+    phi = {NaN, 2.0, 4.0};
+    for (const int iterations : {1, 2, 3}) {
+        host.partitionCalls = 0;
+        run(iterations);
+        EXPECT_EQ(host.partitionCalls, iterations * 11) << iterations;
+    }
+}
+
 TEST_F(DefaultIterations, no_iteration_only_exchanges_and_tests_for_zero) {
     build();
     for (const int iterations : {0, -2}) {
