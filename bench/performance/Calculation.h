@@ -14,7 +14,8 @@ namespace weldline::performance {
 
 using reference::Reference;
 
-// A mesh with its filling, bound for the library: what every calculation starts from.
+// A mesh with its filling, bound for the library: what every calculation starts from. One process:
+// there are no objects for partition and communication.
 class BoundCase {
   public:
     explicit BoundCase(const MeshChoice& choice);

@@ -1,5 +1,9 @@
 #include "CalculationStages.h"
 
+#include <type_traits>
+
+#include "gradient/Smoothing.h"
+
 namespace weldline::performance {
 
 namespace {
@@ -131,6 +135,16 @@ class StagesOf {
                 ->m_RBF[0]
                 .getKvr3dGV(&model.globalVariables(), nullptr, nullptr, &model.mesh());
         };
+    }
+
+    // Per component, where the components of a set go through the passes together.
+    void addSetSmoothing(Stages& stages) {
+        addStep(
+            stages, "smoothing pass in a set", &Moments::graded,
+            [](CKVR3DWeldLine& r) {
+                core::Smoothing(r).smooth({r.m_pGradX, r.m_pGradY, r.m_pGradZ}, kPasses);
+            },
+            3 * kPasses);
     }
 
     void addMethods(Stages& stages) {

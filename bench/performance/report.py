@@ -12,6 +12,8 @@ GOALS = [
     ("whole calculation", "NumPy and SciPy", AT_LEAST, 4, "whole/vectorised", "whole/library"),
     ("smoothing pass", "sparse product on the same graph", AT_MOST, 1.1,
      "smoothing pass/library", "smoothing pass/csr"),
+    ("the same, three components together", "sparse product on the same graph", AT_MOST, 1.1,
+     "smoothing pass in a set/library", "smoothing pass/csr"),
     ("upwind gradient", "vtkGradientFilter", AT_LEAST, 15,
      "gradient filter/vtk", "upwind gradient/library"),
     ("least-squares gradient", "vtkGradientFilter", AT_LEAST, 8,
