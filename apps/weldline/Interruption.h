@@ -8,8 +8,8 @@ namespace weldline {
 // that grows beyond its limit likewise.
 void handleInterruptions();
 
-// Whether from now on such an end says nothing: of several ranks one may have failed, with a message
-// of its own, and the launcher then ends the others.
+// Whether from now on such an end says nothing: of several ranks one may have failed, with a
+// message of its own, and the launcher then ends the others.
 void endInSilence(bool silent);
 
 // Removes all temporaries before the process ends at once. Async-signal-safe.

@@ -1,5 +1,6 @@
 #include "Outputs.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <iterator>
@@ -93,10 +94,12 @@ void refusePieces(const std::string& result, const std::string& input) {
         for (std::string word; std::getline(words, word, '"');)
             names.push_back(fs::path(word).filename().string());
     }
-    for (const std::string& name : names)
-        if (isPieceName(result, name))
-            throw UsageError(result + ": the output would replace '" + name +
-                             "', which is a part of the input; give it another name");
+    const auto piece = std::find_if(names.begin(), names.end(), [&](const std::string& name) {
+        return isPieceName(result, name);
+    });
+    if (piece != names.end())
+        throw UsageError(result + ": the output would replace '" + *piece +
+                         "', which is a part of the input; give it another name");
 }
 
 void checkCollisions(const std::vector<std::string>& files, const AnalyzeOptions& options) {

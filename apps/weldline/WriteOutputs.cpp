@@ -124,8 +124,8 @@ void writeOutputs(Ranks& ranks, const Summary& summary, const RunControl& contro
         if (ranks.rank() == 0) prepareCompanions(summary, control, folder, files);
         files.finish();
     });
-    // On purpose not while ranks wait for each other: the launcher ends them by a signal when one of
-    // them is gone.
+    // On purpose not while ranks wait for each other: the launcher ends them by a signal when one
+    // of them is gone.
     std::optional<SignalsHeld> held;
     if (ranks.size() == 1) held.emplace();
     if (piece) piece->commit(ranks);

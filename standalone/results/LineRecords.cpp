@@ -42,6 +42,7 @@ void LineRecords::add(std::int64_t smallestNode, double angle, Vec3 place, doubl
 
 std::vector<LineRecord> LineRecords::all() const {
     std::vector<LineRecord> list;
+    list.reserve(m_records.size());
     for (const auto& [smallestNode, record] : m_records) list.push_back(record);
     return list;
 }
@@ -54,6 +55,7 @@ std::vector<LineRecord> recordsOfAll(Ranks& ranks, const LineRecords& own) {
             if (!isNew) addRecord(known->second, record);
         }
     std::vector<LineRecord> lines;
+    lines.reserve(sums.size());
     for (const auto& [smallestNode, record] : sums) lines.push_back(record);
     std::stable_sort(lines.begin(), lines.end(),
                      [](const LineRecord& a, const LineRecord& b) { return a.nodes > b.nodes; });

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <fstream>
 #include <map>
+#include <numeric>
 
 #include "mesh/FvMesh.h"
 #include "partition/SplitMesh.h"
@@ -133,7 +134,8 @@ struct CaseFaces {
     std::vector<std::pair<std::string, std::size_t>> patches;  // name, number of faces
 
     CaseFaces(const FvMesh& mesh, const MeshPart& part, const MeshPart& whole) {
-        for (int f = 0; f < mesh.innerFaces; ++f) order.push_back(f);
+        order.resize(static_cast<std::size_t>(mesh.innerFaces));
+        std::iota(order.begin(), order.end(), 0);
         std::map<std::vector<int>, int> faceOf;
         for (int f = mesh.innerFaces; f < mesh.faceCount(); ++f)
             faceOf[sorted(mesh.faceNodes[f])] = f;
@@ -208,6 +210,7 @@ std::string InputForms::put(const fs::path& name, const std::string& text) const
 std::vector<MeshPart> InputForms::parts() const {
     MeshSplitter splitter(m_whole, m_partOfCell, m_pieces);
     std::vector<MeshPart> list;
+    list.reserve(static_cast<std::size_t>(m_pieces));
     for (int p = 0; p < m_pieces; ++p) list.push_back(splitter.part(p));
     return list;
 }

@@ -155,13 +155,27 @@ TEST_F(MpiKill, one_rank_by_force_ends_the_run_and_leaves_old_or_new_results) {
     }
 }
 
-TEST_F(MpiKill, launcher_by_a_signal_leaves_no_temporaries) {
+TEST_F(MpiKill, all_ranks_by_a_signal_leave_no_temporaries) {
+    for (unsigned run = 0; run < runs(); ++run) {
+        const int signal = run % 2 == 0 ? SIGTERM : SIGINT;
+        SCOPED_TRACE("signal " + std::to_string(signal) + ", run " + std::to_string(run));
+        disturb([&](int launcher) {
+            for (const int rank : childrenOf(launcher)) ::kill(rank, signal);
+        });
+        EXPECT_EQ(temporaries(), Names{});
+        for (const std::string& name : entries()) EXPECT_FALSE(name.ends_with(".tmp")) << name;
+        expectTidyAfterNextRun();
+        if (HasFailure()) return;
+    }
+}
+
+// On its way out the launcher of Debian's Open MPI leaves its ranks some milliseconds between the
+// signal that asks and the one that does not. What they could not remove goes with the next run.
+TEST_F(MpiKill, launcher_by_a_signal_leaves_old_or_new_results) {
     for (unsigned run = 0; run < runs(); ++run) {
         const int signal = run % 2 == 0 ? SIGTERM : SIGINT;
         SCOPED_TRACE("signal " + std::to_string(signal) + ", run " + std::to_string(run));
         disturb([&](int launcher) { ::kill(launcher, signal); });
-        EXPECT_EQ(temporaries(), Names{});
-        for (const std::string& name : entries()) EXPECT_FALSE(name.ends_with(".tmp")) << name;
         expectTidyAfterNextRun();
         if (HasFailure()) return;
     }

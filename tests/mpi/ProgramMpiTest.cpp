@@ -67,11 +67,11 @@ MpiProgramTest::Json MpiProgramTest::summaryOf(int ranks, const std::string& inp
     return Json::parse(outcome.out, nullptr, false);
 }
 
-//   gate at x = 0, 5 and 12 of a block of 12 * 3 * 3: streams meet at x = 2.5 and 8.5; one time in
-//   steps, so that whole planes of nodes lie between cells of equal times
+// Streams from x = 0, 6 and 12 of a block of 12 * 3 * 3 cubes meet at x = 3 and 9.
 MeshPart MpiProgramTest::putForms(int pieces) const {
     MeshPart whole = wholePart(hexahedraMesh(12, 3, 3));
     std::vector<double> times;
+    times.reserve(static_cast<std::size_t>(whole.mesh.cellCount()));
     for (int c = 0; c < whole.mesh.cellCount(); ++c) {
         double x = 0.0;
         for (const int node : whole.mesh.cellNodes[c])
@@ -80,6 +80,7 @@ MeshPart MpiProgramTest::putForms(int pieces) const {
     }
     whole.cellFields.push_back(times);
     std::vector<int> partOfCell;
+    partOfCell.reserve(times.size());
     for (int c = 0; c < whole.mesh.cellCount(); ++c)
         partOfCell.push_back(c * pieces / whole.mesh.cellCount());
     InputForms(at(""), whole, partOfCell, pieces).all();

@@ -8,6 +8,7 @@
 #include "BindBoxMesh.h"
 #include "CCommunication.h"
 #include "GridMesh.h"
+#include "JoinedPart.h"
 #include "MeshParts.h"
 #include "base/Errors.h"
 #include "bind/Analysis.h"
@@ -22,28 +23,14 @@ std::vector<int> row(const int* entries) {
     return {entries + 1, entries + 1 + entries[0]};
 }
 
-// The part of a rank, joined and bound.
-struct Bound {
-    MeshPart part;
-    FvMesh mesh;
-    MeshInterface interface;
-    BoundaryGroups groups;
-
-    Bound(Ranks& ranks, MeshPart own)
-        : part(std::move(own)),
-          mesh(buildFvMesh(part.mesh)),
-          interface(joinParts(ranks, part, mesh)),
-          groups(groupBoundaryFaces(mesh, part.patches, {})) {}
-};
-
 // Calls `check` on each rank with its part of the two boxes.
-void onBothRanks(const std::function<void(Ranks&, const Bound&)>& check) {
+void onBothRanks(const std::function<void(Ranks&, const JoinedPart&)>& check) {
     const MeshPart whole = wholePart(boxRow({0, 1, 4}));
     const std::vector<int> partOfCell{0, 1};
     MeshSplitter splitter(whole, partOfCell, 2);
     const std::vector<MeshPart> parts{splitter.part(0), splitter.part(1)};
     runAsThreads(2, [&](Ranks& ranks) {
-        check(ranks, Bound(ranks, parts[static_cast<std::size_t>(ranks.rank())]));
+        check(ranks, JoinedPart(ranks, parts[static_cast<std::size_t>(ranks.rank())]));
     });
 }
 
@@ -56,7 +43,7 @@ HostOptions named() {
 }  // namespace
 
 TEST(BoundPart, has_the_cell_across_in_a_halo_slot) {
-    onBothRanks([](Ranks& ranks, const Bound& own) {
+    onBothRanks([](Ranks& ranks, const JoinedPart& own) {
         const float time = ranks.rank() == 0 ? 2.5F : 4.5F;
         HostModel model(own.mesh, own.groups, {time}, named(),
                         {ranks, own.interface, own.part.nodeNumber});
@@ -84,7 +71,7 @@ TEST(BoundPart, has_the_cell_across_in_a_halo_slot) {
 }
 
 TEST(BoundPart, answers_the_interface_face_from_its_side) {
-    onBothRanks([](Ranks& ranks, const Bound& own) {
+    onBothRanks([](Ranks& ranks, const JoinedPart& own) {
         HostModel model(own.mesh, own.groups, {1.0F}, named(),
                         {ranks, own.interface, own.part.nodeNumber});
         const bool left = ranks.rank() == 0;
@@ -106,7 +93,7 @@ TEST(BoundPart, answers_the_interface_face_from_its_side) {
 }
 
 TEST(BoundPart, fetches_the_second_injection_though_only_one_rank_has_one) {
-    onBothRanks([](Ranks& ranks, const Bound& own) {
+    onBothRanks([](Ranks& ranks, const JoinedPart& own) {
         HostOptions options = named();
         if (ranks.rank() == 1) options.biInjection = {8.5F};
         if (ranks.rank() == 0) options.biInjection = {7.5F};
@@ -118,7 +105,7 @@ TEST(BoundPart, fetches_the_second_injection_though_only_one_rank_has_one) {
 }
 
 TEST(BoundPart, a_wrong_size_on_one_rank_is_told_on_all) {
-    onBothRanks([](Ranks& ranks, const Bound& own) {
+    onBothRanks([](Ranks& ranks, const JoinedPart& own) {
         const std::vector<float> times(ranks.rank() == 1 ? 2 : 1, 1.0F);
         EXPECT_THROW(HostModel(own.mesh, own.groups, times, named(),
                                {ranks, own.interface, own.part.nodeNumber}),
@@ -129,7 +116,7 @@ TEST(BoundPart, a_wrong_size_on_one_rank_is_told_on_all) {
 TEST(BoundPart, a_control_file_that_one_rank_cannot_open_fails_on_all) {
     const TemporaryFolder folder;
     const std::string there = folder.write("run.cmp", "");
-    onBothRanks([&](Ranks& ranks, const Bound& own) {
+    onBothRanks([&](Ranks& ranks, const JoinedPart& own) {
         HostOptions options;
         options.controlFile = ranks.rank() == 0 ? there : folder.path("none.cmp");
         const RankPart part{ranks, own.interface, own.part.nodeNumber};
@@ -157,7 +144,7 @@ TEST(BoundPart, a_cell_state_keeps_nodes_of_other_ranks_free) {
     MeshSplitter splitter(whole, partOfCell, 2);
     const std::vector<MeshPart> parts{splitter.part(0), splitter.part(1)};
     runAsThreads(2, [&](Ranks& ranks) {
-        const Bound own(ranks, parts[static_cast<std::size_t>(ranks.rank())]);
+        const JoinedPart own(ranks, parts[static_cast<std::size_t>(ranks.rank())]);
         const RankPart part{ranks, own.interface, own.part.nodeNumber};
         HostOptions options;
         options.controlFile = control;

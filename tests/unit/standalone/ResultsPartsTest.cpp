@@ -4,6 +4,7 @@
 
 #include "BindBoxMesh.h"
 #include "GridMesh.h"
+#include "JoinedPart.h"
 #include "MeshParts.h"
 #include "bind/FillTime.h"
 #include "comm/ThreadRanks.h"
@@ -25,19 +26,11 @@ MeshPart row() {
     return whole;
 }
 
-struct Joined {
-    MeshPart part;
-    FvMesh mesh;
-    MeshInterface interface;
-    BoundaryGroups groups;
+struct Joined : JoinedPart {
     RankPart rankPart;
 
     Joined(Ranks& ranks, MeshPart own)
-        : part(std::move(own)),
-          mesh(buildFvMesh(part.mesh)),
-          interface(joinParts(ranks, part, mesh)),
-          groups(groupBoundaryFaces(mesh, part.patches, {})),
-          rankPart{ranks, interface, part.nodeNumber} {}
+        : JoinedPart(ranks, std::move(own)), rankPart{ranks, interface, part.nodeNumber} {}
 };
 
 void onRow(const std::function<void(Ranks&, const Joined&)>& check) {
