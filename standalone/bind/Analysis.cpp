@@ -38,8 +38,7 @@ void bind(CKVR3D_WeldLine_Manipulator& handle, HostModel& model) {
 }
 
 std::vector<double> calculate(HostModel& model, const RankPart& part) {
-    const std::unique_ptr<CCommunication> exchange =
-        part.ranks.haloExchange(part.interface.links);
+    const std::unique_ptr<CCommunication> exchange = part.ranks.haloExchange(part.interface.links);
     CollectiveMaximum collective(part.ranks);
     CKVR3D_WeldLine_Manipulator handle;
     // The library does without these where there is one rank, and is faster so.
