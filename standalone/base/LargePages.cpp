@@ -34,6 +34,15 @@ void* operator new(std::size_t size) {
     }
 }
 
+// With its own failure, so that no other library's `new` is paired with the `delete` below.
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    try {
+        return operator new(size);
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
+}
+
 void operator delete(void* memory) noexcept {
     std::free(memory);
 }

@@ -1,11 +1,6 @@
 // Ranks: 1 3 4, as processes that the tests start.
 
-#include <algorithm>
-#include <chrono>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
-#include <thread>
 
 #include "ProgramMpiTest.h"
 
@@ -26,30 +21,6 @@ class MpiErrors : public MpiProgramTest {
     void TearDown() override {
         EXPECT_EQ(entries(), m_before);
         EXPECT_EQ(temporaries(), Names{});
-    }
-
-    // The address space that the largest of three ranks takes.
-    long kilobytesOf(const Names& command) const {
-        long most = 0;
-        Setting setting;
-        setting.whileRunning = [&](int launcher) {
-            bool hasStarted = false;
-            for (std::vector<int> ranks; !hasStarted || !ranks.empty();) {
-                ranks = childrenOf(launcher);
-                hasStarted = hasStarted || !ranks.empty();
-                for (const int rank : ranks) most = std::max(most, peakOf(rank));
-                std::this_thread::sleep_for(std::chrono::milliseconds(2));
-            }
-        };
-        EXPECT_EQ(onRanks(3, command, setting).exitCode, 0);
-        return most;
-    }
-
-    static long peakOf(int process) {
-        std::ifstream status("/proc/" + std::to_string(process) + "/status");
-        for (std::string line; std::getline(status, line);)
-            if (line.starts_with("VmPeak:")) return std::atol(line.c_str() + 7);
-        return 0;
     }
 
     Names m_before;
@@ -189,29 +160,6 @@ TEST_F(MpiErrors, pieces_of_the_input_are_not_taken_away) {
     EXPECT_EQ(filesOf("r"), before);
     fs::remove(at("copy.pvtu"));
     for (const std::string& name : before) fs::remove(at(name));
-}
-
-// More memory than MPI and a small mesh need, and less than a large one does.
-TEST_F(MpiErrors, memory_of_one_rank_ends) {
-    write("large.vtu", plateWithTwoFronts(60, 40, 30));
-    const long enough = kilobytesOf({"analyze", at("whole.vtu")});
-    int failures = 0;
-    for (const long more : {5000, 15000, 25000}) {
-        const std::string program = "if [ $OMPI_COMM_WORLD_RANK = 1 ]; then ulimit -v " +
-                                    std::to_string(enough + more) +
-                                    "; fi; exec " WELDLINE_PROGRAM " \"$@\"";
-        const Outcome outcome =
-            onRanks(3, {"-c", program, "weldline", "analyze", at("large.vtu")}, {}, "/bin/sh");
-        EXPECT_EQ(outcome.signal, 0);
-        if (outcome.exitCode == 0) continue;
-        ++failures;
-        const Names lines = ownLines(outcome);
-        ASSERT_EQ(lines.size(), 1U) << outcome.err;
-        EXPECT_TRUE(contains(lines[0], at("large.vtu")));
-        EXPECT_TRUE(contains(lines[0], "memory"));
-    }
-    EXPECT_GT(failures, 0);
-    fs::remove(at("large.vtu"));
 }
 
 TEST_F(MpiErrors, control_file_of_one_rank_counts_for_all) {

@@ -1,0 +1,1 @@
+// Nothing: the precompiled headers of the tests need a source beside them.
