@@ -4,6 +4,8 @@
 #include <memory>
 
 #include "Console.h"
+#include "FindLines.h"
+#include "LineCsv.h"
 #include "Outputs.h"
 #include "Progress.h"
 #include "RunControl.h"
@@ -53,7 +55,8 @@ Summary startSummary(const AnalyzeOptions& options, const RunControl& control,
     summary.controlFile = control.file;
     summary.meshFileType = options.meshFileType;
     summary.gradientSetSwitch = options.gradientSet == 1 ? 0.0 : 1.0;
-    summary.maxAngle = options.maxAngle;
+    summary.lineOptions = options.lineOptions;
+    summary.failOn = options.failOn;
     summary.biField = options.biField;
     summary.cellState = options.cellState;
     summary.outputs = outputs;
@@ -103,11 +106,15 @@ std::vector<double> calculate(const RankPart& part, HostModel& model, const RunC
     return angles;
 }
 
+std::string standardOutputOf(const Summary& summary) {
+    if (summary.outputs.json == "-") return summaryJson(summary);
+    if (summary.outputs.csv == "-") return lineCsv(summary.weldLines);
+    return summaryTable(summary, standardOutputTakesStyle());
+}
+
 void report(const Summary& summary) {
     for (const std::string& remark : summary.remarks) writeMessage({"note: ", remark});
-    writeStandardOutput(summary.outputs.json == "-"
-                            ? summaryJson(summary)
-                            : summaryTable(summary, standardOutputTakesStyle()));
+    writeStandardOutput(standardOutputOf(summary));
 }
 
 // Errors of mesh and groups tell of cells, faces and patches; the user wants the file, too.
@@ -174,26 +181,32 @@ Summary run(Ranks& ranks, const AnalyzeOptions& options, Progress& progress) {
 
     // 6. Results.
     progress.step("collecting the weld lines");
-    summary.weldLines = findWeldLines(part, mesh, angles, fill.merged, options.maxAngle);
-    append(summary.remarks, resultRemarks(summary.weldLines));
+    std::vector<Vec3> directions = flowDirections(mesh, fill.merged, across);
+    FoundLines found = findLines(
+        part, {mesh, own.patches, groups, fill.merged, directions, angles, input.carried},
+        options.lineOptions);
+    describeLines(summary, found);
+    append(summary.remarks, resultRemarks(summary));
 
     // 7. Write.
     progress.step("writing");
-    ResultFields fields =
-        resultFields(input, angles, summary.weldLines, flowDirections(mesh, fill.merged, across));
-    writeOutputs(ranks, summary, control, *folder, std::move(own), std::move(fields));
+    ResultFields fields = resultFields(input, angles, summary.weldLines, std::move(directions));
+    writeOutputs(ranks, summary, found, control, *folder, std::move(own), std::move(fields));
     return summary;
 }
 
 }  // namespace
 
-void analyze(Ranks& ranks, const AnalyzeOptions& options) {
+ExitCode analyze(Ranks& ranks, const AnalyzeOptions& options) {
     Progress progress(7, ranks.rank() == 0);
     const Summary summary = run(ranks, options, progress);
     progress.finish();
     agreeOnFailure(ranks, [&] {
         if (ranks.rank() == 0) report(summary);  // 8. Report.
     });
+    if (summary.failing.empty()) return Done;
+    if (ranks.rank() == 0) writeMessage({failingText(summary)});
+    return LinesRefused;
 }
 
 }  // namespace weldline

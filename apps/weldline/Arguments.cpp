@@ -7,6 +7,7 @@
 
 #include "HelpTexts.h"
 #include "base/Errors.h"
+#include "results/LineRule.h"
 
 namespace weldline {
 
@@ -149,9 +150,50 @@ void addRunOptions(CLI::App& command, AnalyzeOptions& o) {
         ->type_name("MEANING")
         ->group(group)
         ->transform(CLI::CheckedTransformer(zeros).description(""));
-    command.add_option("--max-angle", o.maxAngle, "Weld lines are nodes below this angle, degrees")
+}
+
+void addLineOptions(CLI::App& command, LineOptions& o) {
+    const std::string group = "Weld lines";
+    command.add_option("--limit", o.limit, "Weld lines are nodes below this meeting angle,\ndegrees")
         ->type_name("DEG")
         ->capture_default_str()
+        ->group(group);
+    command
+        .add_option("--weld-limit", o.weldLimit,
+                    "Lines whose mean angle is below this are weld lines,\nthe others meld lines")
+        ->type_name("DEG")
+        ->capture_default_str()
+        ->group(group);
+    command.add_option("--min-length", o.filter.minLength, "Leave out shorter lines")
+        ->type_name("LENGTH")
+        ->capture_default_str()
+        ->group(group);
+    command.add_option("--min-nodes", o.filter.minNodes, "Leave out lines of fewer nodes")
+        ->type_name("N")
+        ->capture_default_str()
+        ->group(group);
+}
+
+void addLineOutputs(CLI::App& command, AnalyzeOptions& o) {
+    const std::string group = "Weld lines";
+    command.add_option("--lines", o.lines, "Write the lines as polylines and surfaces")
+        ->type_name("LINES.vtp")
+        ->group(group);
+    command.add_option("--csv", o.csv, "Write the table of the lines; - for standard output")
+        ->type_name("FILE|-")
+        ->group(group);
+    command
+        .add_option("--carry", o.carry,
+                    "Give the lines the values of this cell or point array;\n"
+                    "can be given several times")
+        ->type_name("NAME")
+        ->group(group)
+        ->allow_extra_args(false);
+    command
+        .add_option("--fail-on", o.failOn,
+                    "End with exit code 10 if a line fulfils this rule,\n"
+                    "for example 'angle<60 & length>5'")
+        ->type_name("RULE")
         ->group(group);
 }
 
@@ -167,6 +209,8 @@ void addAnalyze(CLI::App& app, AnalyzeOptions& o) {
     addPatterns(*command, o.patterns);
     addSettings(*command, o);
     addRunOptions(*command, o);
+    addLineOptions(*command, o.lineOptions);
+    addLineOutputs(*command, o);
     command->footer(analyzeFooter);
 }
 
@@ -193,11 +237,36 @@ std::string oneLine(std::string text) {
     return text;
 }
 
+void checkAngle(const char* option, double angle) {
+    if (!(angle > 0.0 && angle <= 180.0))
+        throw UsageError(std::string(option) +
+                         ": not an angle that nodes can have; give more than 0 and at most 180 "
+                         "degrees");
+}
+
+void checkLineOptions(const LineOptions& o) {
+    checkAngle("--limit", o.limit);
+    checkAngle("--weld-limit", o.weldLimit);
+    if (!(o.filter.minLength >= 0.0 && std::isfinite(o.filter.minLength)))
+        throw UsageError("--min-length: not a length; give 0 or more, in the data set's unit");
+    if (o.filter.minNodes < 1)
+        throw UsageError("--min-nodes: a line has one node at least; give 1 or more");
+}
+
+void checkRule(const std::string& rule) {
+    if (rule.empty()) return;
+    try {
+        const LineRule understood(rule);
+    } catch (const UsageError& error) {
+        throw UsageError(std::string("--fail-on: ") + error.what());
+    }
+}
+
 void checkValues(const CLI::App& app, const AnalyzeOptions& o) {
-    if (app.got_subcommand("analyze") && !(o.maxAngle > 0.0 && o.maxAngle <= 180.0))
-        throw UsageError(
-            "--max-angle: not an angle that nodes can have; give more than 0 and at "
-            "most 180 degrees");
+    if (app.got_subcommand("analyze")) {
+        checkLineOptions(o.lineOptions);
+        checkRule(o.failOn);
+    }
     for (const auto* command : app.get_subcommands())
         for (const auto* option : command->get_options())
             if (option->count() > 0 && option->get_expected_max() > 0 &&

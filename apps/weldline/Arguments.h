@@ -6,14 +6,24 @@
 
 #include "bind/FillTime.h"
 #include "mesh/BoundaryGroups.h"
+#include "results/LineDetails.h"
 
 namespace weldline {
 
 // What the user asked for on the command line.
 
+// From node angles to weld lines.
+struct LineOptions {
+    double limit = 180.0;  // weld nodes have a smaller angle; degrees
+    double weldLimit = kWeldLimit;
+    LineFilter filter;
+};
+
 struct AnalyzeOptions {
     std::string input;
     std::string output;  // .vtu or .pvtu; empty: none
+    std::string lines;   // .vtp; empty: none
+    std::string csv;     // file, "-" for standard output; empty: none
     std::string json;    // file, "-" for standard output; empty: none
     std::string field;   // empty: the usual names
     std::string time = "latest";
@@ -28,7 +38,9 @@ struct AnalyzeOptions {
     std::string cellState;           // integer cell array; empty: none
     int meshFileType = 0;
     ZeroFillTime zeroTime = ZeroFillTime::Automatic;
-    double maxAngle = 180.0;  // weld nodes have a smaller angle; degrees
+    LineOptions lineOptions;
+    std::vector<std::string> carry;  // cell or point arrays whose values the lines get
+    std::string failOn;              // rule on lines that makes the run fail; empty: none
 };
 
 struct InfoOptions {

@@ -45,6 +45,11 @@ void checkResultName(const std::string& result) {
                          ": not a name for the result; -o needs a file that ends in .vtu or .pvtu");
 }
 
+void checkLinesName(const std::string& lines) {
+    if (fs::path(lines).filename().extension() != ".vtp")
+        throw UsageError(lines + ": not a name for the lines; --lines needs a file that ends in .vtp");
+}
+
 // Mesh, settings and times of a case stand in folders beside its .foam file.
 bool isInCase(const std::string& file, const std::string& foam) {
     std::error_code none;
@@ -74,7 +79,8 @@ bool isPartOfInput(const std::string& output, const std::string& input) {
 std::vector<std::string> filesOf(const Outputs& outputs) {
     std::vector<std::string> files;
     for (const std::string& file :
-         {outputs.result, outputs.json == "-" ? "" : outputs.json, outputs.control, outputs.trace})
+         {outputs.result, outputs.json == "-" ? "" : outputs.json, outputs.control, outputs.trace,
+          outputs.lines, outputs.csv == "-" ? "" : outputs.csv})
         if (!file.empty()) files.push_back(file);
     return files;
 }
@@ -129,6 +135,11 @@ Outputs planOutputs(const AnalyzeOptions& options, const RunControl& control) {
     Outputs outputs;
     outputs.result = options.output;
     outputs.json = options.json;
+    outputs.lines = options.lines;
+    outputs.csv = options.csv;
+    if (!options.lines.empty()) checkLinesName(options.lines);
+    if (options.json == "-" && options.csv == "-")
+        throw UsageError("--csv: standard output is taken by --json; give one of them a file");
     if (!options.output.empty()) {
         checkResultName(options.output);
         if (control.file.empty())
@@ -153,9 +164,11 @@ Outputs planOutputs(Ranks& ranks, const AnalyzeOptions& options, const RunContro
         ranks, [&] { return ranks.rank() == 0 ? planOutputs(options, control) : Outputs{}; });
     Packer packer;
     packer.put(outputs.result).put(outputs.json).put(outputs.control).put(outputs.trace);
+    packer.put(outputs.lines).put(outputs.csv);
     const Bytes message = broadcast(ranks, packer.take());
     Unpacker unpacker(message);
-    for (std::string* name : {&outputs.result, &outputs.json, &outputs.control, &outputs.trace})
+    for (std::string* name : {&outputs.result, &outputs.json, &outputs.control, &outputs.trace,
+                              &outputs.lines, &outputs.csv})
         unpacker.get(*name);
     return outputs;
 }

@@ -13,6 +13,8 @@ struct Outputs {
     std::string json;     // "-" for standard output
     std::string control;  // kept beside the result when the user gave no control file
     std::string trace;
+    std::string lines;  // .vtp
+    std::string csv;    // "-" for standard output
 };
 
 // Names the files and makes sure, before the long work starts, that each can be written: its folder

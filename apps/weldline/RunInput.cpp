@@ -57,10 +57,15 @@ RunInput readRunInput(Ranks& ranks, const AnalyzeOptions& options) {
     read.time = options.time;
     for (const std::string& name : {options.biField, options.cellState})
         if (!name.empty()) read.cellArrays.push_back(name);
+    read.carried = options.carry;
     RunInput input;
     input.data = readPart(ranks, options.input, read);
     // Taken from the end, in the opposite order.
     auto& fields = input.data.part.cellFields;
+    for (std::size_t c = options.carry.size(); c-- > 0;) {
+        input.carried.insert(input.carried.begin(), {options.carry[c], std::move(fields.back())});
+        fields.pop_back();
+    }
     agreeOnFailure(ranks, [&] {
         if (!options.cellState.empty()) input.cellState = cellStates(options, fields.back());
     });

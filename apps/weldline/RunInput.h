@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "Arguments.h"
+#include "FindLines.h"
 #include "bind/FillTime.h"
 #include "io/DataSet.h"
 #include "mesh/BoundaryGroups.h"
@@ -17,6 +18,7 @@ struct RunInput {
     bool hasBiField = false;
     std::vector<double> biField;  // per cell, as stored
     std::vector<int> cellState;   // per cell; empty: none
+    std::vector<CarriedField> carried;
 
     const std::vector<double>& fillTime() const { return data.part.cellFields.front(); }
 };

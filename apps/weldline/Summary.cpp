@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "comm/Messages.h"
+#include "results/LineRule.h"
 
 namespace weldline {
 
@@ -116,10 +117,32 @@ std::vector<std::string> flatRemarks(std::int64_t flatCells, const FillTimeCount
         "no flow; give lengths in a larger unit, such as metres"};
 }
 
-std::vector<std::string> resultRemarks(const WeldLines& lines) {
-    if (lines.undefinedNodes == 0) return {};
-    return {counted(lines.undefinedNodes, "node has", "nodes have") +
-            " no defined angle (NaN) and belong to no weld line"};
+std::vector<std::string> resultRemarks(const Summary& summary) {
+    std::vector<std::string> remarks;
+    if (summary.weldLines.undefinedNodes > 0)
+        remarks.push_back(counted(summary.weldLines.undefinedNodes, "node has", "nodes have") +
+                          " no defined angle (NaN) and belong to no weld line");
+    if (summary.dropped.lines > 0)
+        remarks.push_back(counted(summary.dropped.lines, "line", "lines") + " with " +
+                          counted(summary.dropped.nodes, "node", "nodes") +
+                          " in all left out, below --min-length or --min-nodes");
+    return remarks;
+}
+
+void describeLines(Summary& summary, FoundLines& found) {
+    summary.weldLines = std::move(found.lines);
+    summary.dropped = found.dropped;
+    if (summary.failOn.empty()) return;
+    const LineRule rule(summary.failOn);
+    for (const WeldLine& line : summary.weldLines.lines)
+        if (rule.holdsFor(line)) summary.failing.push_back(line.id);
+}
+
+std::string failingText(const Summary& summary) {
+    std::string ids;
+    for (const int id : summary.failing) ids += (ids.empty() ? "" : ", ") + std::to_string(id);
+    return summary.input + ": '" + summary.failOn + "' holds for " +
+           (summary.failing.size() == 1 ? "weld line " : "weld lines ") + ids;
 }
 
 }  // namespace weldline

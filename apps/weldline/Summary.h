@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "Arguments.h"
+#include "FindLines.h"
 #include "Outputs.h"
 #include "bind/FillTime.h"
 #include "io/DataSet.h"
@@ -38,12 +40,15 @@ struct Summary {
     std::string controlFile;  // the user's own; empty: made from the options
     int meshFileType = 0;
     double gradientSetSwitch = 1.0;
-    double maxAngle = 180.0;
+    LineOptions lineOptions;
+    std::string failOn;
     std::string biField;
     std::string cellState;
 
     FillTimeCounts fill;
     WeldLines weldLines;
+    DroppedLines dropped;
+    std::vector<int> failing;  // ids of the lines that fulfil failOn
     Outputs outputs;
     std::vector<std::string> remarks;
 };
@@ -61,7 +66,13 @@ std::vector<std::string> groupRemarks(const BoundaryGroups& groups, const GroupP
 std::vector<std::string> fillRemarks(const FillTimeCounts& counts);
 std::vector<std::string> flatRemarks(std::int64_t flatCells, const FillTimeCounts& counts,
                                      const Settings& settings);
-std::vector<std::string> resultRemarks(const WeldLines& lines);
+std::vector<std::string> resultRemarks(const Summary& summary);
+
+// Takes the weld lines over and finds those that fulfil failOn.
+void describeLines(Summary& summary, FoundLines& found);
+
+// Which lines fulfil failOn; one line of text.
+std::string failingText(const Summary& summary);
 
 // "wall", "inlet", "outlet", "symmetry".
 std::string nameOf(GroupKind kind);

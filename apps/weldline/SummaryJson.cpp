@@ -74,27 +74,52 @@ Json settingsJson(const Summary& s) {
             {"controlFile", textOrNull(s.controlFile)},
             {"meshFileType", s.meshFileType},
             {"gradientSetSwitch", number(s.gradientSetSwitch)},
-            {"maxAngle", number(s.maxAngle)}};
+            {"limit", number(s.lineOptions.limit)},
+            {"weldLimit", number(s.lineOptions.weldLimit)},
+            {"minLength", number(s.lineOptions.filter.minLength)},
+            {"minNodes", s.lineOptions.filter.minNodes},
+            {"failOn", textOrNull(s.failOn)}};
 }
 
 Json countsJson(const Summary& s) {
     return {{"reachedCells", s.fill.reached},        {"unreachedCells", s.fill.notReached},
             {"markedCells", s.fill.marked},          {"cellsFilledAtZero", s.fill.zeroFilled},
             {"weldNodes", s.weldLines.weldNodes},    {"undefinedNodes", s.weldLines.undefinedNodes},
-            {"components", s.weldLines.lines.size()}};
+            {"components", s.weldLines.lines.size()}, {"droppedLines", s.dropped.lines},
+            {"droppedNodes", s.dropped.nodes}};
+}
+
+Json carriedJson(const WeldLine& line) {
+    Json fields = Json::object();
+    for (const CarriedValue& value : line.carried)
+        fields[value.name] = {{"smallest", number(value.smallest)},
+                              {"mean", number(value.mean)},
+                              {"largest", number(value.largest)}};
+    return fields;
+}
+
+Json patchJson(const WeldLine& line) {
+    if (line.patch.empty()) return {};
+    return {{"name", line.patch}, {"distance", number(line.patchDistance)}};
 }
 
 Json componentsJson(const WeldLines& lines) {
     Json list = Json::array();
     for (const WeldLine& line : lines.lines)
         list.push_back({{"id", line.id},
+                        {"class", nameOf(line.kind)},
                         {"nodes", line.nodeCount},
+                        {"length", number(line.length)},
+                        {"branchLength", number(line.branchLength)},
+                        {"skinLength", number(line.skinLength)},
                         {"smallestAngle", number(line.smallestAngle)},
                         {"meanAngle", number(line.meanAngle)},
                         {"box", box(line.low, line.high)},
                         {"centroid", vector(line.centroid)},
                         {"formationTime",
-                         {{"first", number(line.firstTime)}, {"last", number(line.lastTime)}}}});
+                         {{"first", number(line.firstTime)}, {"last", number(line.lastTime)}}},
+                        {"nearestPatch", patchJson(line)},
+                        {"carried", carriedJson(line)}});
     return list;
 }
 
@@ -102,7 +127,9 @@ Json outputsJson(const Outputs& outputs) {
     return {{"result", textOrNull(outputs.result)},
             {"json", textOrNull(outputs.json)},
             {"control", textOrNull(outputs.control)},
-            {"trace", textOrNull(outputs.trace)}};
+            {"trace", textOrNull(outputs.trace)},
+            {"lines", textOrNull(outputs.lines)},
+            {"csv", textOrNull(outputs.csv)}};
 }
 
 // File names need not be valid UTF-8, JSON must be: other bytes are shown by a replacement sign.
@@ -128,6 +155,7 @@ std::string summaryJson(const Summary& s) {
                        {"counts", countsJson(s)},
                        {"fillTime", fillTime},
                        {"components", componentsJson(s.weldLines)},
+                       {"failing", s.failing},
                        {"outputs", outputsJson(s.outputs)},
                        {"remarks", s.remarks}});
 }

@@ -83,17 +83,19 @@ std::string weldLineRows(const WeldLines& lines, bool style) {
     if (lines.lines.empty()) return {};
     std::string text =
         "\n" +
-        heading(fmt::format("{:>5}{:>8}{:>9}{:>8}{:>10}{:>10}{:>10}{:>10}{:>10}", "line", "nodes",
-                            "smallest", "mean", "forms at", "until", "centre x", "y", "z"),
+        heading(fmt::format("{:>4} {:<5}{:>7}{:>9}{:>9}{:>7}{:>9}{:>10}{:>10}{:>10}", "line",
+                            "class", "nodes", "length", "smallest", "mean", "forms at", "centre x",
+                            "y", "z"),
                 style) +
         "\n";
     const std::size_t shown = std::min(lines.lines.size(), shownLines);
     for (std::size_t i = 0; i < shown; ++i) {
         const WeldLine& line = lines.lines[i];
         text +=
-            fmt::format("{:5}{:8}{:9.1f}{:8.1f}{:10.4g}{:10.4g}{:10.4g}{:10.4g}{:10.4g}\n", line.id,
-                        line.nodeCount, line.smallestAngle, line.meanAngle, line.firstTime,
-                        line.lastTime, line.centroid.x, line.centroid.y, line.centroid.z);
+            fmt::format("{:4} {:<5}{:7}{:9.3g}{:9.1f}{:7.1f}{:9.4g}{:10.3g}{:10.3g}{:10.3g}\n",
+                        line.id, nameOf(line.kind), line.nodeCount, line.length,
+                        line.smallestAngle, line.meanAngle, line.firstTime, line.centroid.x,
+                        line.centroid.y, line.centroid.z);
     }
     std::size_t hidden = 0;
     for (std::size_t i = shown; i < lines.lines.size(); ++i)
@@ -107,7 +109,7 @@ std::string weldLineRows(const WeldLines& lines, bool style) {
 std::string weldLinesText(const Summary& s) {
     const auto& lines = s.weldLines.lines;
     const std::string below =
-        s.maxAngle < 180.0 ? fmt::format(" below {:g} degrees", s.maxAngle) : "";
+        s.lineOptions.limit < 180.0 ? fmt::format(" below {:g} degrees", s.lineOptions.limit) : "";
     if (lines.empty()) return "none: no streams meet" + below;
     const auto smallest = std::min_element(
         lines.begin(), lines.end(),
@@ -125,6 +127,8 @@ std::string outputEntries(const Outputs& outputs, bool style) {
     add("JSON", outputs.json);
     add("Control file", outputs.control);
     add("Trace", outputs.trace);
+    add("Lines", outputs.lines);
+    add("CSV", outputs.csv);
     return text.empty() ? text : "\n" + text;
 }
 

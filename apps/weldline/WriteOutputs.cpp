@@ -5,6 +5,7 @@
 #include <optional>
 #include <string_view>
 
+#include "LineCsv.h"
 #include "SummaryJson.h"
 #include "base/AtomicFile.h"
 #include "base/ReadFile.h"
@@ -13,6 +14,7 @@
 #include "comm/Messages.h"
 #include "io/GatherResult.h"
 #include "io/ResultPieces.h"
+#include "io/WriteLines.h"
 
 namespace weldline {
 
@@ -48,11 +50,15 @@ std::string wholeTrace(const std::string& file) {
 }
 
 // What rank 0 writes beside the result.
-void prepareCompanions(const Summary& summary, const RunControl& control,
+void prepareCompanions(const Summary& summary, const FoundLines& found, const RunControl& control,
                        const TemporaryFolder& folder, Files& files) {
     const Outputs& outputs = summary.outputs;
     files.prepare(outputs.control, control.text);
     if (!outputs.trace.empty()) files.prepare(outputs.trace, wholeTrace(folder.traceFile()));
+    if (!outputs.lines.empty())
+        files.prepare(outputs.lines,
+                      lineBytes(outputs.lines, summary.weldLines, found.shapes, found.mesh));
+    if (outputs.csv != "-") files.prepare(outputs.csv, lineCsv(summary.weldLines));
     if (outputs.json != "-") files.prepare(outputs.json, summaryJson(summary));
 }
 
@@ -94,8 +100,8 @@ std::uint64_t shareKey(Ranks& ranks, const std::string& bytes) {
 
 }  // namespace
 
-void writeOutputs(Ranks& ranks, const Summary& summary, const RunControl& control,
-                  const TemporaryFolder& folder, MeshPart part, ResultFields fields) {
+void writeOutputs(Ranks& ranks, const Summary& summary, const FoundLines& found,
+                  const RunControl& control, const TemporaryFolder& folder, MeshPart part, ResultFields fields) {
     const std::string& result = summary.outputs.result;
     const bool inPieces = isInPieces(result);
     MeshResult whole;
@@ -121,7 +127,7 @@ void writeOutputs(Ranks& ranks, const Summary& summary, const RunControl& contro
     agreeOnFailure(ranks, [&] {
         if (inPieces) piece.emplace(pieceName(result, key, ranks.rank()), bytes);
         bytes = {};
-        if (ranks.rank() == 0) prepareCompanions(summary, control, folder, files);
+        if (ranks.rank() == 0) prepareCompanions(summary, found, control, folder, files);
         files.finish();
     });
     // On purpose not while ranks wait for each other: the launcher ends them by a signal when one

@@ -12,7 +12,7 @@ namespace weldline {
 // takes its place, so that a full disk leaves nothing of this run; signals wait until the last file
 // of a rank has its place. Of a result in pieces the file that names them comes last, and then the
 // pieces of earlier results go. Collective; all ranks throw the same.
-void writeOutputs(Ranks& ranks, const Summary& summary, const RunControl& control,
-                  const TemporaryFolder& folder, MeshPart part, ResultFields fields);
+void writeOutputs(Ranks& ranks, const Summary& summary, const FoundLines& found,
+                  const RunControl& control, const TemporaryFolder& folder, MeshPart part, ResultFields fields);
 
 }  // namespace weldline

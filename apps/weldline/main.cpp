@@ -20,7 +20,7 @@ namespace {
 using namespace weldline;
 
 // Commands other than analyze are for one rank.
-void runCommand(Ranks& ranks, const Arguments& arguments) {
+ExitCode runCommand(Ranks& ranks, const Arguments& arguments) {
     if (arguments.command == Arguments::Command::Analyze) return analyze(ranks, arguments.analyze);
     agreeOnFailure(ranks, [&] {
         if (ranks.rank() != 0) return;
@@ -28,6 +28,7 @@ void runCommand(Ranks& ranks, const Arguments& arguments) {
         if (arguments.command == Arguments::Command::Info) showInfo(arguments.info);
         if (arguments.command == Arguments::Command::Settings) showSettings(arguments.settings);
     });
+    return Done;
 }
 
 // The data set that the command works on, for messages; empty: none.
@@ -51,8 +52,7 @@ int runProgram(Ranks& ranks, int argc, char** argv) {
     try {
         const Arguments arguments = together(ranks, [&] { return parseArguments(argc, argv); });
         handleExhaustion(inputOf(arguments));
-        runCommand(ranks, arguments);
-        return Done;
+        return runCommand(ranks, arguments);
     } catch (const UsageError& error) {
         return fail(ranks, error.what(), WrongUsage);
     } catch (const InputError& error) {

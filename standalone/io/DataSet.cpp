@@ -1,5 +1,7 @@
 #include "DataSet.h"
 
+#include <iterator>
+
 #include "comm/OneRank.h"
 
 namespace weldline {
@@ -12,7 +14,11 @@ DataSet readDataSet(const std::string& file, const ReadOptions& options) {
     data.mesh = std::move(whole.part.mesh);
     data.patches = std::move(whole.part.patches);
     data.fieldName = std::move(whole.fieldName);
-    data.fillTime = std::move(whole.part.cellFields.front());
+    auto& fields = whole.part.cellFields;
+    data.fillTime = std::move(fields.front());
+    data.carried.assign(std::make_move_iterator(fields.end() - std::ssize(options.carried)),
+                        std::make_move_iterator(fields.end()));
+    data.pointFields = std::move(whole.pointFields);
     data.time = whole.time;
     data.remarks = std::move(whole.remarks);
     return data;

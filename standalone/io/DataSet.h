@@ -16,6 +16,9 @@ struct ReadOptions {
     std::string time =
         "latest";  // "latest" or a time value of the data set (nearest within 1e-6 relative)
     std::vector<std::string> cellArrays;  // further cell arrays to read
+    std::vector<std::string> carried;  // further cell or point arrays; of a point array each cell
+                                       // gets the mean over its nodes
+    std::vector<std::string> pointArrays;  // in one process only
 };
 
 // One filling result, read: the volume cells, the boundary patches where the data set has any, and
@@ -33,6 +36,8 @@ struct DataSet {
     std::string fieldName;
     std::vector<double> fillTime;  // per cell of `mesh`, as stored (NaN, 0 and negative values too)
     std::optional<double> time;    // time value that was read, where the data set has times
+    std::vector<std::vector<double>> carried;      // per array asked for: one value per cell
+    std::vector<std::vector<double>> pointFields;  // per array asked for: one value per point
 
     std::vector<std::string> remarks;  // what the user should know, one sentence each
 };
@@ -45,7 +50,9 @@ DataSet readDataSet(const std::string& file, const ReadOptions& options);
 
 // What one rank of a run holds of a filling result.
 struct DataPart {
-    MeshPart part;           // cellFields: the fill time, then ReadOptions::cellArrays; as stored
+    MeshPart part;  // cellFields: the fill time, then ReadOptions::cellArrays, then ::carried; as
+                    // stored
+    std::vector<std::vector<double>> pointFields;  // ReadOptions::pointArrays
     std::int64_t cells = 0;  // of the whole data set
     std::int64_t nodes = 0;
 

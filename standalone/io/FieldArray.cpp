@@ -3,6 +3,8 @@
 #include <vtkCellData.h>
 #include <vtkDataArray.h>
 #include <vtkDataSet.h>
+#include <vtkIdList.h>
+#include <vtkNew.h>
 #include <vtkPointData.h>
 
 #include "OpenDataSet.h"
@@ -48,15 +50,61 @@ void checkField(const std::string& file, const std::string& field, int component
     }
 }
 
-void add(GridArrays& sum, const std::string& name, GridArrays::CellArray array) {
-    GridArrays::CellArray& known = sum.cells[name];
+void add(GridArrays::ByName& sum, const std::string& name, GridArrays::Array array) {
+    GridArrays::Array& known = sum[name];
     known.grids += array.grids;
     known.components = known.components == 1 ? array.components : known.components;
 }
 
-std::string nameOf(vtkFieldData* data, int array) {
-    const char* name = data->GetAbstractArray(array)->GetName();
-    return name == nullptr ? "" : name;
+void addArrays(vtkFieldData* data, GridArrays::ByName& sum) {
+    for (int a = 0; a < data->GetNumberOfArrays(); ++a) {
+        const char* name = data->GetAbstractArray(a)->GetName();
+        vtkDataArray* numbers = data->GetArray(a);
+        add(sum, name == nullptr ? "" : name,
+            {1, numbers == nullptr ? 0 : numbers->GetNumberOfComponents()});
+    }
+}
+
+void put(Packer& packer, const GridArrays::ByName& arrays) {
+    packer.put(arrays.size());
+    for (const auto& [name, array] : arrays) {
+        packer.put(name).put(array.grids).put(array.components);
+    }
+}
+
+void get(Unpacker& unpacker, GridArrays::ByName& sum) {
+    for (auto left = unpacker.get<std::size_t>(); left > 0; --left) {
+        const auto name = unpacker.get<std::string>();
+        GridArrays::Array array;
+        unpacker.get(array.grids);
+        unpacker.get(array.components);
+        add(sum, name, array);
+    }
+}
+
+// Empty where all grids have this array of one component.
+std::string problemOf(const GridArrays& arrays, const GridArrays::ByName& list,
+                      const std::string& name) {
+    const auto found = list.find(name);
+    if (found == list.end()) {
+        return "there is no array '" + name + "'";
+    }
+    if (found->second.grids != arrays.grids) {
+        return "not all blocks have the array '" + name + "'";
+    }
+    if (found->second.components != 1) {
+        return "the array '" + name + "' is not one number each";
+    }
+    return {};
+}
+
+double meanOfPoints(vtkDataSet* grid, vtkDataArray* array, long long cell, vtkIdList* points) {
+    grid->GetCellPoints(cell, points);
+    double sum = 0.0;
+    for (vtkIdType p = 0; p < points->GetNumberOfIds(); ++p) {
+        sum += array->GetComponent(points->GetId(p), 0);
+    }
+    return sum / static_cast<double>(points->GetNumberOfIds());
 }
 
 }  // namespace
@@ -65,39 +113,23 @@ GridArrays arraysOf(const std::vector<vtkDataSet*>& volumes) {
     GridArrays arrays;
     arrays.grids = static_cast<long long>(volumes.size());
     for (vtkDataSet* grid : volumes) {
-        vtkCellData* cells = grid->GetCellData();
-        for (int a = 0; a < cells->GetNumberOfArrays(); ++a) {
-            vtkDataArray* numbers = cells->GetArray(a);
-            add(arrays, nameOf(cells, a),
-                {1, numbers == nullptr ? 0 : numbers->GetNumberOfComponents()});
-        }
-        for (int a = 0; a < grid->GetPointData()->GetNumberOfArrays(); ++a) {
-            arrays.points.insert(nameOf(grid->GetPointData(), a));
-        }
+        addArrays(grid->GetCellData(), arrays.cells);
+        addArrays(grid->GetPointData(), arrays.points);
     }
     return arrays;
 }
 
 GridArrays arraysOfAll(Ranks& ranks, const GridArrays& own) {
     Packer packer;
-    packer.put(own.grids).put(own.cells.size());
-    for (const auto& [name, array] : own.cells) {
-        packer.put(name).put(array.grids).put(array.components);
-    }
-    packer.put(std::vector<std::string>(own.points.begin(), own.points.end()));
+    packer.put(own.grids);
+    put(packer, own.cells);
+    put(packer, own.points);
     GridArrays all;
     for (const Bytes& message : gatherToAll(ranks, packer.take())) {
         Unpacker unpacker(message);
         all.grids += unpacker.get<long long>();
-        for (auto left = unpacker.get<std::size_t>(); left > 0; --left) {
-            const auto name = unpacker.get<std::string>();
-            GridArrays::CellArray array;
-            unpacker.get(array.grids);
-            unpacker.get(array.components);
-            add(all, name, array);
-        }
-        const auto points = unpacker.get<std::vector<std::string>>();
-        all.points.insert(points.begin(), points.end());
+        get(unpacker, all.cells);
+        get(unpacker, all.points);
     }
     return all;
 }
@@ -121,12 +153,39 @@ std::string findField(const std::string& file, const GridArrays& arrays,
     failOnMissing(file, arrays, options.field);
 }
 
+void checkPointField(const std::string& file, const GridArrays& arrays, const std::string& name) {
+    const std::string problem = problemOf(arrays, arrays.points, name);
+    if (!problem.empty()) {
+        failOnInput(file, problem + " on the points");
+    }
+}
+
+void checkCarried(const std::string& file, const GridArrays& arrays, const std::string& name) {
+    const bool isOnCells = arrays.cells.count(name) > 0;
+    const std::string problem = problemOf(arrays, isOnCells ? arrays.cells : arrays.points, name);
+    if (!problem.empty()) {
+        failOnInput(file, problem + (isOnCells ? " on the cells" : " on cells or points"));
+    }
+}
+
+std::vector<double> pointValues(vtkDataSet* grid, const std::string& field) {
+    vtkDataArray* array = grid->GetPointData()->GetArray(field.c_str());
+    std::vector<double> values(static_cast<std::size_t>(grid->GetNumberOfPoints()));
+    for (std::size_t p = 0; p < values.size(); ++p) {
+        values[p] = array->GetComponent(static_cast<vtkIdType>(p), 0);
+    }
+    return values;
+}
+
 void appendField(vtkDataSet* grid, const std::string& field, const std::vector<long long>& cells,
                  std::vector<double>& values) {
-    vtkDataArray* array = grid->GetCellData()->GetArray(field.c_str());
+    vtkDataArray* ofCells = grid->GetCellData()->GetArray(field.c_str());
+    vtkDataArray* ofPoints = grid->GetPointData()->GetArray(field.c_str());
+    vtkNew<vtkIdList> points;
     values.reserve(values.size() + cells.size());
     for (const long long cell : cells) {
-        values.push_back(array->GetComponent(cell, 0));
+        values.push_back(ofCells != nullptr ? ofCells->GetComponent(cell, 0)
+                                            : meanOfPoints(grid, ofPoints, cell, points));
     }
 }
 

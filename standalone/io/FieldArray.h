@@ -1,7 +1,6 @@
 #pragma once
 
 #include <map>
-#include <set>
 #include <string>
 #include <vector>
 
@@ -15,13 +14,14 @@ class Ranks;
 
 // The arrays of grids of volume cells, by name; of several pieces taken together.
 struct GridArrays {
-    struct CellArray {
+    struct Array {
         long long grids = 0;  // that have it
         int components = 1;   // of the first that has another number than 1; 0: no numbers
     };
+    using ByName = std::map<std::string, Array>;
     long long grids = 0;
-    std::map<std::string, CellArray> cells;
-    std::set<std::string> points;
+    ByName cells;
+    ByName points;
 };
 GridArrays arraysOf(const std::vector<vtkDataSet*>& volumes);
 
@@ -33,7 +33,17 @@ GridArrays arraysOfAll(Ranks& ranks, const GridArrays& own);
 std::string findField(const std::string& file, const GridArrays& arrays,
                       const ReadOptions& options);
 
-// Appends the values of the cells listed.
+// Throws InputError unless the points of all grids hold this array of one component.
+void checkPointField(const std::string& file, const GridArrays& arrays, const std::string& name);
+
+// Throws InputError unless cells or points of all grids hold this array of one component.
+void checkCarried(const std::string& file, const GridArrays& arrays, const std::string& name);
+
+// The values of all points.
+std::vector<double> pointValues(vtkDataSet* grid, const std::string& field);
+
+// Appends the values of the cells listed; where the cells have no such array, the means of those of
+// their points.
 void appendField(vtkDataSet* grid, const std::string& field, const std::vector<long long>& cells,
                  std::vector<double>& values);
 

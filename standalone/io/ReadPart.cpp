@@ -114,6 +114,13 @@ std::vector<std::string> findFields(Ranks& ranks, const std::string& file,
             further.fieldGiven = true;
             fields.push_back(findField(file, arrays, further));
         }
+        for (const std::string& name : options.carried) {
+            checkCarried(file, arrays, name);
+            fields.push_back(name);
+        }
+        for (const std::string& name : options.pointArrays) {
+            checkPointField(file, arrays, name);
+        }
         return fields;
     });
 }
@@ -141,13 +148,22 @@ std::vector<std::vector<int>> collectPoints(const std::vector<Block>& blocks,
 
 // Takes the cells out of the grids, which are given back one by one.
 void collectCells(std::vector<Block>& blocks, const std::vector<std::string>& fields,
-                  CellCollector& collector, MeshPart& part) {
+                  const std::vector<std::string>& pointFields, CellCollector& collector,
+                  DataPart& data) {
+    MeshPart& part = data.part;
     const auto pointMaps = collectPoints(blocks, part.mesh.points);
     part.cellFields.resize(fields.size());
+    data.pointFields.assign(pointFields.size(), std::vector<double>(part.mesh.points.size()));
     for (std::size_t b = 0; b < blocks.size(); ++b) {
         const std::vector<long long> taken = collector.append(blocks[b].grid, pointMaps[b]);
         for (std::size_t f = 0; f < fields.size(); ++f) {
             appendField(blocks[b].grid, fields[f], taken, part.cellFields[f]);
+        }
+        for (std::size_t f = 0; f < pointFields.size(); ++f) {
+            const std::vector<double> values = pointValues(blocks[b].grid, pointFields[f]);
+            for (std::size_t p = 0; p < values.size(); ++p) {
+                data.pointFields[f][static_cast<std::size_t>(pointMaps[b][p])] = values[p];
+            }
         }
         blocks[b].grid = nullptr;
     }
@@ -177,7 +193,8 @@ std::vector<bool> usedPoints(const CellMesh& mesh) {
 }
 
 // Puts the points that belong to this rank in the order of their numbers.
-void renumberPoints(const PointDirectory& directory, MeshPart& part) {
+void renumberPoints(const PointDirectory& directory, DataPart& data) {
+    MeshPart& part = data.part;
     const std::vector<std::int64_t>& numbers = directory.numbers();
     std::vector<int> order;
     for (std::size_t p = 0; p < numbers.size(); ++p) {
@@ -197,6 +214,13 @@ void renumberPoints(const PointDirectory& directory, MeshPart& part) {
         part.nodeNumber.push_back(numbers[old]);
     }
     part.mesh.points = std::move(points);
+    for (std::vector<double>& field : data.pointFields) {
+        std::vector<double> values;
+        for (const int p : order) {
+            values.push_back(field[static_cast<std::size_t>(p)]);
+        }
+        field = std::move(values);
+    }
     for (Rows* rows : {&part.mesh.cellNodes, &part.mesh.polygons}) {
         for (int& node : rows->entries) {
             node = place[static_cast<std::size_t>(node)];
@@ -232,7 +256,9 @@ DataPart readPart(Ranks& ranks, const std::string& file, const ReadOptions& opti
         gridCells += block.grid->GetNumberOfCells();
     }
     CellCollector collector(file, data.part.mesh, sumBefore(ranks, gridCells));
-    agreeOnFailure(ranks, [&] { collectCells(opened.volumes, fields, collector, data.part); });
+    agreeOnFailure(ranks, [&] {
+        collectCells(opened.volumes, fields, options.pointArrays, collector, data);
+    });
     dropPlainNumbers(data.part.mesh.fileNumbers);
     numberCells(ranks, data);
 
@@ -243,7 +269,7 @@ DataPart readPart(Ranks& ranks, const std::string& file, const ReadOptions& opti
         const PointDirectory directory(ranks, data.part.mesh.points, usedPoints(data.part.mesh));
         data.nodes = directory.total();
         faces = collectPatches(ranks, directory, sources, data);
-        renumberPoints(directory, data.part);
+        renumberPoints(directory, data);
     }
     namingFile(file, [&] {
         deliverPatchFaces(ranks, faces, data.part);

@@ -1,12 +1,25 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
 #include <vector>
 
 #include "bind/RankPart.h"
 #include "mesh/FvMesh.h"
 
 namespace weldline {
+
+// Fronts that meet at a small angle leave a weld line in the narrow sense; those that flow on side
+// by side leave a meld line, which is stronger and seen less.
+enum class LineClass : std::uint8_t { Weld, Meld };
+
+// What a weld line has of a field of the data set; NaN where no value was found.
+struct CarriedValue {
+    std::string name;
+    double smallest = 0.0;
+    double mean = 0.0;
+    double largest = 0.0;
+};
 
 // One weld line: a connected set of weld nodes. Times and lengths in the data set's units.
 struct WeldLine {
@@ -19,6 +32,15 @@ struct WeldLine {
     Vec3 centroid;               // mean of the nodes
     double firstTime = 0.0;      // formation: earliest and latest formation time of its nodes; NaN
     double lastTime = 0.0;       // when no cell around its nodes was reached
+
+    // Not of the nodes alone, filled in by describeLines.
+    LineClass kind = LineClass::Weld;
+    double length = 0.0;        // along the middle of the weld surface, end to end
+    double branchLength = 0.0;  // of its branches
+    double skinLength = 0.0;    // where it comes out of the part
+    std::string patch;          // nearest inlet, outlet or symmetry patch; empty: there is none
+    double patchDistance = 0.0;
+    std::vector<CarriedValue> carried;
 };
 
 struct WeldLines {

@@ -104,7 +104,7 @@ TEST_F(Analyze, lengths_in_too_small_a_unit_are_noted) {
 }
 
 TEST_F(Analyze, largest_angle_leaves_out_what_opens_wider) {
-    EXPECT_EQ(summaryOf(plateWithTwoFronts(10, 2, 2), {"--max-angle", "1"})["counts"]["weldNodes"],
+    EXPECT_EQ(summaryOf(plateWithTwoFronts(10, 2, 2), {"--limit", "1"})["counts"]["weldNodes"],
               9);
 }
 

@@ -92,7 +92,7 @@ TEST_F(Usage, gradient_that_does_not_exist) {
 }
 
 TEST_F(Usage, largest_angle_out_of_range) {
-    expectError(weldline({"analyze", "part.vtu", "--max-angle", "181"}), 2, {"--max-angle", "180"});
+    expectError(weldline({"analyze", "part.vtu", "--limit", "181"}), 2, {"--limit", "180"});
 }
 
 TEST_F(Usage, unknown_setting_names_the_known_ones) {
