@@ -78,7 +78,7 @@ ResultFields resultFields(const RunInput& input, const std::vector<double>& angl
                           const WeldLines& lines, std::vector<Vec3> directions) {
     const std::vector<double>& raw = input.fillTime();
     return {angles, lines.nodeLine, std::vector<float>(raw.begin(), raw.end()),
-            std::move(directions)};
+            std::move(directions), {}};
 }
 
 void append(std::vector<std::string>& list, const std::vector<std::string>& more) {
@@ -182,15 +182,17 @@ Summary run(Ranks& ranks, const AnalyzeOptions& options, Progress& progress) {
     // 6. Results.
     progress.step("collecting the weld lines");
     std::vector<Vec3> directions = flowDirections(mesh, fill.merged, across);
-    FoundLines found = findLines(
-        part, {mesh, own.patches, groups, fill.merged, directions, angles, input.carried},
-        options.lineOptions);
+    PatchPlaces patches = findPatchPlaces(ranks, mesh, own.patches, groups);
+    FoundLines found =
+        findLines(part, {mesh, patches, fill.merged, directions, angles, input.carried},
+                  options.lineOptions);
     describeLines(summary, found);
     append(summary.remarks, resultRemarks(summary));
 
     // 7. Write.
     progress.step("writing");
     ResultFields fields = resultFields(input, angles, summary.weldLines, std::move(directions));
+    if (ranks.rank() == 0) fields.notes = {std::move(patches), runJson(summary)};
     writeOutputs(ranks, summary, found, control, *folder, std::move(own), std::move(fields));
     return summary;
 }

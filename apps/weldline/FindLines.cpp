@@ -13,7 +13,7 @@ FoundLines findLines(const RankPart& part, const LineSources& sources, const Lin
         cutOutLines(part, sources.mesh, found.lines, sources.angles, sources.directions);
     found.shapes = together(ranks, [&] { return shapesOf(found.mesh); });
     addShapes(ranks, found.shapes, options.weldLimit, found.lines);
-    addNearestPatches(ranks, sources.mesh, sources.patches, sources.groups, found.lines);
+    addNearestPatches(sources.patches, found.lines);
     for (const CarriedField& field : sources.carried)
         addCarried(ranks, sources.mesh, sources.fillTime, field.name, field.values, found.lines);
     found.dropped = dropNoise(options.filter, found.lines);

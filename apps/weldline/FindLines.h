@@ -7,6 +7,7 @@
 #include "bind/RankPart.h"
 #include "results/LineDetails.h"
 #include "results/LineShapes.h"
+#include "results/PatchPlaces.h"
 
 namespace weldline {
 
@@ -19,8 +20,7 @@ struct CarriedField {
 // What the weld lines follow from; all borrowed, of this rank.
 struct LineSources {
     const FvMesh& mesh;
-    const std::vector<Patch>& patches;
-    const BoundaryGroups& groups;
+    const PatchPlaces& patches;
     const std::vector<float>& fillTime;     // per cell, exactly 0 where the melt did not come
     const std::vector<Vec3>& directions;    // per cell
     const std::vector<double>& angles;      // per node, degrees

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cmath>
+#include <filesystem>
 #include <nlohmann/json.hpp>
 
 namespace weldline {
@@ -138,6 +139,17 @@ std::string dumped(const Json& json) {
 }
 
 }  // namespace
+
+std::string runJson(const Summary& s) {
+    return dumped(Json{{"schema", "weldline-run/1"},
+                       {"program", programJson()},
+                       {"input", std::filesystem::path(s.input).filename().string()},
+                       {"field", s.field},
+                       {"time", s.time ? number(*s.time) : Json()},
+                       {"mesh", meshJson(s)},
+                       {"settings", settingsJson(s)},
+                       {"remarks", s.remarks}});
+}
 
 std::string summaryJson(const Summary& s) {
     const Json input{{"file", s.input},

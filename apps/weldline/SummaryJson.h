@@ -7,6 +7,10 @@
 
 namespace weldline {
 
+// What a result tells of the run that it comes from: program, field, mesh, settings and remarks.
+// Nothing in it depends on where the files are.
+std::string runJson(const Summary& summary);
+
 // JSON texts for other programs. Each names its layout in "schema"; a change that could break a
 // reader gets another number. All numbers are finite; what is not known is null.
 

@@ -19,6 +19,7 @@ DataSet readDataSet(const std::string& file, const ReadOptions& options) {
     data.carried.assign(std::make_move_iterator(fields.end() - std::ssize(options.carried)),
                         std::make_move_iterator(fields.end()));
     data.pointFields = std::move(whole.pointFields);
+    data.notes = std::move(whole.notes);
     data.time = whole.time;
     data.remarks = std::move(whole.remarks);
     return data;

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "WriteResult.h"
 #include "comm/Ranks.h"
 #include "mesh/CellMesh.h"
 #include "partition/MeshPart.h"
@@ -38,6 +39,7 @@ struct DataSet {
     std::optional<double> time;    // time value that was read, where the data set has times
     std::vector<std::vector<double>> carried;      // per array asked for: one value per cell
     std::vector<std::vector<double>> pointFields;  // per array asked for: one value per point
+    ResultNotes notes;                             // where the data set is a result
 
     std::vector<std::string> remarks;  // what the user should know, one sentence each
 };
@@ -53,6 +55,7 @@ struct DataPart {
     MeshPart part;  // cellFields: the fill time, then ReadOptions::cellArrays, then ::carried; as
                     // stored
     std::vector<std::vector<double>> pointFields;  // ReadOptions::pointArrays
+    ResultNotes notes;  // where one of the pieces that this rank read is a result
     std::int64_t cells = 0;  // of the whole data set
     std::int64_t nodes = 0;
 

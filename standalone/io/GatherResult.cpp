@@ -113,7 +113,12 @@ MeshResult gatherResult(Ranks& ranks, MeshPart part, ResultFields fields, std::i
         });
     }
     const std::vector<PartResult> parts = collect(ranks, {std::move(part), std::move(fields)});
-    return ranks.rank() == 0 ? assemble(parts, cells, nodes) : MeshResult{};
+    if (ranks.rank() != 0) {
+        return {};
+    }
+    MeshResult whole = assemble(parts, cells, nodes);
+    whole.fields.notes = parts.front().fields.notes;
+    return whole;
 }
 
 }  // namespace weldline

@@ -11,6 +11,7 @@
 #include "PartPatches.h"
 #include "PointDirectory.h"
 #include "PointJoin.h"
+#include "ReadNotes.h"
 #include "VtkMessages.h"
 #include "base/Errors.h"
 #include "comm/Agreement.h"
@@ -164,6 +165,9 @@ void collectCells(std::vector<Block>& blocks, const std::vector<std::string>& fi
             for (std::size_t p = 0; p < values.size(); ++p) {
                 data.pointFields[f][static_cast<std::size_t>(pointMaps[b][p])] = values[p];
             }
+        }
+        if (data.notes.run.empty()) {
+            data.notes = notesOf(blocks[b].grid);
         }
         blocks[b].grid = nullptr;
     }

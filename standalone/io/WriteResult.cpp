@@ -3,11 +3,13 @@
 #include <vtkCellData.h>
 #include <vtkCellType.h>
 #include <vtkDoubleArray.h>
+#include <vtkFieldData.h>
 #include <vtkFloatArray.h>
 #include <vtkIntArray.h>
 #include <vtkNew.h>
 #include <vtkPointData.h>
 #include <vtkPoints.h>
+#include <vtkStringArray.h>
 #include <vtkUnstructuredGrid.h>
 #include <vtkXMLUnstructuredGridWriter.h>
 #include <vtkZLibDataCompressor.h>
@@ -87,6 +89,38 @@ void addFields(const ResultFields& fields, vtkUnstructuredGrid* grid) {
     grid->GetCellData()->AddArray(direction);
 }
 
+void addNotes(const ResultNotes& notes, vtkFieldData* data) {
+    if (notes.run.empty()) {
+        return;
+    }
+    vtkNew<vtkStringArray> run;
+    run->SetName("WeldLineRun");
+    run->InsertNextValue(notes.run);
+    data->AddArray(run);
+    if (notes.patches.faceCentres.empty()) {
+        return;
+    }
+    vtkNew<vtkStringArray> names;
+    names->SetName("PatchNames");
+    for (const std::string& name : notes.patches.names) {
+        names->InsertNextValue(name);
+    }
+    data->AddArray(names);
+    vtkNew<vtkIntArray> patches;
+    patches->SetName("PatchOfFace");
+    for (const int patch : notes.patches.patchOfFace) {
+        patches->InsertNextValue(patch);
+    }
+    data->AddArray(patches);
+    vtkNew<vtkDoubleArray> centres;
+    centres->SetName("PatchFaceCentres");
+    centres->SetNumberOfComponents(3);
+    for (const Vec3 centre : notes.patches.faceCentres) {
+        centres->InsertNextTuple3(centre.x, centre.y, centre.z);
+    }
+    data->AddArray(centres);
+}
+
 // VTK's own would give back nothing when memory ends, and the writer would use it.
 class Compressor : public vtkZLibDataCompressor {
   public:
@@ -137,6 +171,7 @@ std::string resultBytes(const std::string& file, const CellMesh& mesh, const Res
     addPoints(mesh, grid);
     addCells(mesh, grid);
     addFields(fields, grid);
+    addNotes(fields.notes, grid->GetFieldData());
     return gridBytes(file, grid, messages);
 }
 

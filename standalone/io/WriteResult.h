@@ -4,8 +4,15 @@
 #include <vector>
 
 #include "mesh/CellMesh.h"
+#include "results/PatchPlaces.h"
 
 namespace weldline {
+
+// What a result tells beside its fields, for later work on it.
+struct ResultNotes {
+    PatchPlaces patches;
+    std::string run;  // what the result comes from, as JSON; empty: nothing is told
+};
 
 // What analyze leaves in a data set; all arrays 0-based.
 struct ResultFields {
@@ -13,6 +20,8 @@ struct ResultFields {
     std::vector<int> weldLine;         // per point, component number from 1, 0 none
     std::vector<float> fillTime;       // per cell, as read
     std::vector<Vec3> flowDirection;   // per cell, unit vector along the flow, zero where unknown
+    ResultNotes notes;                 // of rank 0; field data WeldLineRun, PatchNames, PatchOfFace
+                                       // and PatchFaceCentres
 };
 
 // The mesh with point data MeetingAngle and WeldLine and cell data FillTime and FlowDirection as a

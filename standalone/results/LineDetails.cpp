@@ -18,34 +18,6 @@ struct Lengths {
     double skinLength = 0.0;
 };
 
-struct Nearest {
-    double distance = std::numeric_limits<double>::infinity();
-    int patch = -1;
-};
-
-Vec3 meanCorner(const FvMesh& mesh, std::span<const int> face) {
-    Vec3 sum;
-    for (const int n : face) sum = sum + mesh.points[n];
-    return (1.0 / static_cast<double>(face.size())) * sum;
-}
-
-// Of this rank; one per line.
-std::vector<Nearest> nearestHere(const FvMesh& mesh, const std::vector<Patch>& patches,
-                                 const BoundaryGroups& groups, const WeldLines& lines) {
-    std::vector<Nearest> nearest(lines.lines.size());
-    for (int p = 0; p < static_cast<int>(patches.size()); ++p) {
-        if (groups.patches[p].kind == GroupKind::Wall) continue;
-        for (int f = 0; f < patches[p].faces.count(); ++f) {
-            const Vec3 place = meanCorner(mesh, patches[p].faces[f]);
-            for (std::size_t l = 0; l < nearest.size(); ++l) {
-                const double distance = norm(place - lines.lines[l].centroid);
-                if (distance < nearest[l].distance) nearest[l] = {distance, p};
-            }
-        }
-    }
-    return nearest;
-}
-
 // Sums of a field over the cells round a line.
 struct FieldSum {
     double smallest = std::numeric_limits<double>::infinity();
@@ -97,25 +69,6 @@ void addShapes(Ranks& ranks, const std::vector<LineShape>& shapes, double weldLi
     }
     for (WeldLine& line : lines.lines)
         line.kind = line.meanAngle < weldLimit ? LineClass::Weld : LineClass::Meld;
-}
-
-void addNearestPatches(Ranks& ranks, const FvMesh& mesh, const std::vector<Patch>& patches,
-                       const BoundaryGroups& groups, WeldLines& lines) {
-    std::vector<Nearest> nearest(lines.lines.size());
-    const Bytes own = toBytes(nearestHere(mesh, patches, groups, lines));
-    for (const Bytes& message : gatherToAll(ranks, own)) {
-        const auto others = fromBytes<Nearest>(message);
-        for (std::size_t l = 0; l < nearest.size(); ++l) {
-            const bool isFirst = others[l].distance == nearest[l].distance &&
-                                 others[l].patch < nearest[l].patch;
-            if (others[l].distance < nearest[l].distance || isFirst) nearest[l] = others[l];
-        }
-    }
-    for (std::size_t l = 0; l < nearest.size(); ++l) {
-        if (nearest[l].patch < 0) continue;
-        lines.lines[l].patch = patches[static_cast<std::size_t>(nearest[l].patch)].name;
-        lines.lines[l].patchDistance = nearest[l].distance;
-    }
 }
 
 void addCarried(Ranks& ranks, const FvMesh& mesh, const std::vector<float>& fillTime,

@@ -6,7 +6,6 @@
 
 #include "LineShapes.h"
 #include "WeldLines.h"
-#include "mesh/BoundaryGroups.h"
 
 namespace weldline {
 
@@ -19,12 +18,6 @@ std::string nameOf(LineClass kind);
 // Adds to each line its class and, out of the shapes that rank 0 has, its lengths. Collective.
 void addShapes(Ranks& ranks, const std::vector<LineShape>& shapes, double weldLimit,
                WeldLines& lines);
-
-// Adds to each line the nearest patch that is no wall: the one with the face whose mean of corners
-// is nearest to the line's centroid; of equally near ones the first. `patches` are those of this
-// rank, the same names on all. Collective.
-void addNearestPatches(Ranks& ranks, const FvMesh& mesh, const std::vector<Patch>& patches,
-                       const BoundaryGroups& groups, WeldLines& lines);
 
 // Adds to each line what it has of a field: of the values of the reached cells that have one of its
 // nodes, NaN left out. Means are sums over the ranks in their order. Collective.
