@@ -6,8 +6,8 @@
 #include <map>
 
 #include "HelpTexts.h"
+#include "LineArguments.h"
 #include "base/Errors.h"
-#include "results/LineRule.h"
 
 namespace weldline {
 
@@ -70,6 +70,12 @@ void addInput(CLI::App& command, std::string& input) {
         .add_option("INPUT", input,
                     "Filling result: .vtu, .pvtu, .vtk, .vtm,\n"
                     "or the .foam file of an OpenFOAM case")
+        ->type_name("")
+        ->required();
+}
+
+void addResult(CLI::App& command, std::string& result) {
+    command.add_option("RESULT", result, "What 'weldline analyze -o' wrote: .vtu or .pvtu")
         ->type_name("")
         ->required();
 }
@@ -152,28 +158,6 @@ void addRunOptions(CLI::App& command, AnalyzeOptions& o) {
         ->transform(CLI::CheckedTransformer(zeros).description(""));
 }
 
-void addLineOptions(CLI::App& command, LineOptions& o) {
-    const std::string group = "Weld lines";
-    command.add_option("--limit", o.limit, "Weld lines are nodes below this meeting angle,\ndegrees")
-        ->type_name("DEG")
-        ->capture_default_str()
-        ->group(group);
-    command
-        .add_option("--weld-limit", o.weldLimit,
-                    "Lines whose mean angle is below this are weld lines,\nthe others meld lines")
-        ->type_name("DEG")
-        ->capture_default_str()
-        ->group(group);
-    command.add_option("--min-length", o.filter.minLength, "Leave out shorter lines")
-        ->type_name("LENGTH")
-        ->capture_default_str()
-        ->group(group);
-    command.add_option("--min-nodes", o.filter.minNodes, "Leave out lines of fewer nodes")
-        ->type_name("N")
-        ->capture_default_str()
-        ->group(group);
-}
-
 void addLineOutputs(CLI::App& command, AnalyzeOptions& o) {
     const std::string group = "Weld lines";
     command.add_option("--lines", o.lines, "Write the lines as polylines and surfaces")
@@ -182,13 +166,7 @@ void addLineOutputs(CLI::App& command, AnalyzeOptions& o) {
     command.add_option("--csv", o.csv, "Write the table of the lines; - for standard output")
         ->type_name("FILE|-")
         ->group(group);
-    command
-        .add_option("--carry", o.carry,
-                    "Give the lines the values of this cell or point array;\n"
-                    "can be given several times")
-        ->type_name("NAME")
-        ->group(group)
-        ->allow_extra_args(false);
+    addCarry(command, o.carry);
     command
         .add_option("--fail-on", o.failOn,
                     "End with exit code 10 if a line fulfils this rule,\n"
@@ -223,6 +201,19 @@ void addInfo(CLI::App& app, InfoOptions& o) {
     command->footer(infoFooter);
 }
 
+void addReport(CLI::App& app, ReportOptions& o) {
+    auto* command = app.add_subcommand("report", "Show a result as one page for a browser");
+    addResult(*command, o.input);
+    command->add_option("-o,--output", o.output, "The page, one file")
+        ->type_name("REPORT.html")
+        ->required();
+    command->add_option("--title", o.title, "Title of the page [name of the result]")
+        ->type_name("TEXT");
+    addLineOptions(*command, o.lines);
+    addCarry(*command, o.carry);
+    command->footer(reportFooter);
+}
+
 void addSettingsCommand(CLI::App& app, SettingsOptions& o) {
     auto* command =
         app.add_subcommand("settings", "Print a control file with the defaults, or explain one");
@@ -237,36 +228,10 @@ std::string oneLine(std::string text) {
     return text;
 }
 
-void checkAngle(const char* option, double angle) {
-    if (!(angle > 0.0 && angle <= 180.0))
-        throw UsageError(std::string(option) +
-                         ": not an angle that nodes can have; give more than 0 and at most 180 "
-                         "degrees");
-}
-
-void checkLineOptions(const LineOptions& o) {
-    checkAngle("--limit", o.limit);
-    checkAngle("--weld-limit", o.weldLimit);
-    if (!(o.filter.minLength >= 0.0 && std::isfinite(o.filter.minLength)))
-        throw UsageError("--min-length: not a length; give 0 or more, in the data set's unit");
-    if (o.filter.minNodes < 1)
-        throw UsageError("--min-nodes: a line has one node at least; give 1 or more");
-}
-
-void checkRule(const std::string& rule) {
-    if (rule.empty()) return;
-    try {
-        const LineRule understood(rule);
-    } catch (const UsageError& error) {
-        throw UsageError(std::string("--fail-on: ") + error.what());
-    }
-}
-
-void checkValues(const CLI::App& app, const AnalyzeOptions& o) {
-    if (app.got_subcommand("analyze")) {
-        checkLineOptions(o.lineOptions);
-        checkRule(o.failOn);
-    }
+void checkValues(const CLI::App& app, const Arguments& arguments) {
+    checkLineOptions(arguments.analyze.lineOptions);
+    checkLineOptions(arguments.report.lines);
+    checkRule(arguments.analyze.failOn);
     for (const auto* command : app.get_subcommands())
         for (const auto* option : command->get_options())
             if (option->count() > 0 && option->get_expected_max() > 0 &&
@@ -294,6 +259,7 @@ Arguments parseArguments(int argc, char** argv) {
     app.formatter(std::make_shared<HelpFormatter>());
     addAnalyze(app, result.analyze);
     addInfo(app, result.info);
+    addReport(app, result.report);
     addSettingsCommand(app, result.settings);
     try {
         app.parse(argc, argv);
@@ -307,16 +273,17 @@ Arguments parseArguments(int argc, char** argv) {
         const auto commands = app.get_subcommands();
         if (commands.empty() && argc > 1)
             throw UsageError(oneLine(argv[1]) +
-                             ": no command of the program; use analyze, info or settings, or see "
+                             ": no command of the program; use analyze, info, report or settings, or see "
                              "'weldline --help'");
         const std::string name = commands.empty() ? "" : " " + commands.front()->get_name();
         throw UsageError(oneLine(error.what()) + "; see 'weldline" + name + " --help'");
     }
-    checkValues(app, result.analyze);
+    checkValues(app, result);
     nameStandardOutput(result.analyze.json);
     nameStandardOutput(result.info.json);
     if (app.got_subcommand("analyze")) result.command = Arguments::Command::Analyze;
     if (app.got_subcommand("info")) result.command = Arguments::Command::Info;
+    if (app.got_subcommand("report")) result.command = Arguments::Command::Report;
     if (app.got_subcommand("settings")) result.command = Arguments::Command::Settings;
     return result;
 }

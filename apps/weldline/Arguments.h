@@ -50,16 +50,25 @@ struct InfoOptions {
     GroupPatterns patterns;
 };
 
+struct ReportOptions {
+    std::string input;   // a result of analyze
+    std::string output;  // .html
+    std::string title;   // empty: the name of the result
+    LineOptions lines;
+    std::vector<std::string> carry;
+};
+
 struct SettingsOptions {
     std::string check;  // control file to explain; empty: print the default section
 };
 
 struct Arguments {
-    enum class Command { ShowText, Analyze, Info, Settings };
+    enum class Command { ShowText, Analyze, Info, Report, Settings };
     Command command = Command::ShowText;
     std::string text;  // help or version, for ShowText
     AnalyzeOptions analyze;
     InfoOptions info;
+    ReportOptions report;
     SettingsOptions settings;
 };
 

@@ -57,6 +57,17 @@ inline constexpr const char* infoFooter =
     "\n"
     "Exit codes: 0 done, 1 failed while running, 2 wrong usage, 3 unusable input.\n";
 
+inline constexpr const char* reportFooter =
+    "Examples:\n"
+    "  weldline report result.vtu -o report.html\n"
+    "  weldline report result.vtu -o report.html --limit 135 --min-nodes 10\n"
+    "      only where fronts meet at less than 135 degrees, without specks\n"
+    "\n"
+    "The page needs no network and no other file: send it as it is. It shows the part,\n"
+    "the lines, how the part fills, and a table of the lines.\n"
+    "\n"
+    "Exit codes: 0 done, 1 failed while running, 2 wrong usage, 3 unusable input.\n";
+
 inline constexpr const char* settingsFooter =
     "Examples:\n"
     "  weldline settings > run.cmp\n"

@@ -177,10 +177,13 @@ bool isInPieces(const std::string& result) {
     return fs::path(result).extension() == ".pvtu";
 }
 
+void checkTarget(const std::string& file, const std::string& input) {
+    refuseInput(file, input);
+    checkWritable(file);
+}
+
 void checkJsonTarget(const std::string& json, const std::string& input) {
-    if (json.empty() || json == "-") return;
-    refuseInput(json, input);
-    checkWritable(json);
+    if (!json.empty() && json != "-") checkTarget(json, input);
 }
 
 }  // namespace weldline

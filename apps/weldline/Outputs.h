@@ -29,7 +29,10 @@ Outputs planOutputs(Ranks& ranks, const AnalyzeOptions& options, const RunContro
 // Whether the result is one piece per rank.
 bool isInPieces(const std::string& result);
 
-// The same for the JSON file of a command that writes nothing else.
+// The same for the file of a command that writes nothing else.
+void checkTarget(const std::string& file, const std::string& input);
+
+// The same where the file may be missing ("") or standard output ("-").
 void checkJsonTarget(const std::string& json, const std::string& input);
 
 }  // namespace weldline

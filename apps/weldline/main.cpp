@@ -10,6 +10,7 @@
 #include "ExitCode.h"
 #include "Info.h"
 #include "Interruption.h"
+#include "Report.h"
 #include "ShowSettings.h"
 #include "base/Errors.h"
 #include "comm/Agreement.h"
@@ -26,6 +27,7 @@ ExitCode runCommand(Ranks& ranks, const Arguments& arguments) {
         if (ranks.rank() != 0) return;
         if (arguments.command == Arguments::Command::ShowText) writeStandardOutput(arguments.text);
         if (arguments.command == Arguments::Command::Info) showInfo(arguments.info);
+        if (arguments.command == Arguments::Command::Report) writeReport(arguments.report);
         if (arguments.command == Arguments::Command::Settings) showSettings(arguments.settings);
     });
     return Done;
@@ -33,7 +35,9 @@ ExitCode runCommand(Ranks& ranks, const Arguments& arguments) {
 
 // The data set that the command works on, for messages; empty: none.
 std::string inputOf(const Arguments& arguments) {
-    return arguments.analyze.input.empty() ? arguments.info.input : arguments.analyze.input;
+    for (const std::string& input : {arguments.analyze.input, arguments.info.input})
+        if (!input.empty()) return input;
+    return arguments.report.input;
 }
 
 // An error that all ranks know of is told by the first. Any other is told by the rank that has it,
