@@ -81,6 +81,16 @@ class StagesOf {
             [](Calculator& c) { c.Smooth_Variable(c.m_pGradX, kPasses); }, kPasses);
     }
 
+    // Per component, where the components of a set go through the passes together.
+    void addSetSmoothing(Stages& stages) {
+        addStep(
+            stages, "smoothing pass in a set", &Moments::graded,
+            [](CKVR3DWeldLine& r) {
+                core::Smoothing(r).smooth({r.m_pGradX, r.m_pGradY, r.m_pGradZ}, kPasses);
+            },
+            3 * kPasses);
+    }
+
   private:
     using Shared = std::shared_ptr<std::unique_ptr<Calculator>>;
 
@@ -137,16 +147,6 @@ class StagesOf {
         };
     }
 
-    // Per component, where the components of a set go through the passes together.
-    void addSetSmoothing(Stages& stages) {
-        addStep(
-            stages, "smoothing pass in a set", &Moments::graded,
-            [](CKVR3DWeldLine& r) {
-                core::Smoothing(r).smooth({r.m_pGradX, r.m_pGradY, r.m_pGradZ}, kPasses);
-            },
-            3 * kPasses);
-    }
-
     void addMethods(Stages& stages) {
         addStep(stages, "method 1", &Moments::smoothedDefault,
                 [](Calculator& c) { c.CalNodeVectorAngle_Modified_03Loop(); });
@@ -187,7 +187,9 @@ class StagesOf {
 Stages calculationStages(BoundCase& bound) {
     Stages stages;
     const auto moments = std::make_shared<Moments>(bound);
-    StagesOf<CKVR3DWeldLine>(bound, moments, "library").addTo(stages);
+    StagesOf<CKVR3DWeldLine> library(bound, moments, "library");
+    library.addTo(stages);
+    library.addSetSmoothing(stages);
     StagesOf<Reference>(bound, moments, "naive").addTo(stages);
     return stages;
 }

@@ -2,11 +2,12 @@
 """Measures everything side by side and writes docs/performance.md and docs/performance.json.
 
     measure.py --programs FOLDER --program FILE [--quick] [--large] [--rounds N]
-               [--repetitions N] [--without-vectorised] [--json FILE] [--document FILE]
+               [--repetitions N] [--without-vectorised] [--go-on] [--json FILE] [--document FILE]
 
 FOLDER holds the measuring programs, FILE is the weldline program. In every round each piece of work
 is done next to what it is compared with, in random order; ratios are formed within a round. --quick
-takes tiny meshes and one round, to see that everything runs; --large adds 8 million hexahedra.
+takes tiny meshes and one round, to see that everything runs; --large adds 8 million hexahedra;
+--go-on keeps the meshes that the file of --json holds already and measures the others.
 """
 
 import argparse
@@ -34,6 +35,7 @@ def arguments():
     parser.add_argument("--rounds", type=int, default=3)
     parser.add_argument("--repetitions", type=int, default=3)
     parser.add_argument("--without-vectorised", action="store_true")
+    parser.add_argument("--go-on", action="store_true")
     parser.add_argument("--json", type=pathlib.Path)
     parser.add_argument("--document", type=pathlib.Path)
     return parser.parse_args()
@@ -56,7 +58,9 @@ class Bench:
         self.options = options
         self.folder = folder
         self.rounds = 1 if options.quick else options.rounds
-        self.results = {"rounds": self.rounds, "machine": machine(), "meshes": {}}
+        self.results = {"machine": machine(), "meshes": {}}
+        if options.go_on and options.json and options.json.exists():
+            self.results = json.loads(options.json.read_text())
 
     def tool(self, name):
         return self.options.programs / name
@@ -106,7 +110,7 @@ class Bench:
         run([self.tool("weldline_write_case"), case, *mesh])
         if not self.options.without_vectorised:
             run([self.tool("weldline_write_arrays"), arrays, *mesh])
-        entry = {"times": {}, "bytes": {}}
+        entry = {"rounds": self.rounds, "times": {}, "bytes": {}}
         for _ in range(self.rounds):
             times, entry["bytes"], context = self.stages("weldline_performance", mesh)
             times.update(self.stages("weldline_host_performance", mesh)[0])
@@ -121,7 +125,7 @@ class Bench:
 
     def measure_large(self):
         mesh, case = ["hexahedra", 24 if self.options.quick else 200], self.folder / "case.vtu"
-        entry = {"times": {}}
+        entry = {"rounds": self.rounds, "times": {}}
         for _ in range(self.rounds):
             times, entry["bytes"], context = self.stages("weldline_performance", mesh,
                                                          LARGE_STAGES, 1)
@@ -145,9 +149,11 @@ class Bench:
 
     def measure(self):
         for name, mesh in self.meshes().items():
+            if name in self.results["meshes"]:
+                continue
             print(f"measuring {name}", file=sys.stderr, flush=True)
             self.measure_mesh(name, mesh)
-        if self.options.large:
+        if self.options.large and report.LARGE not in self.results["meshes"]:
             print(f"measuring {report.LARGE}", file=sys.stderr, flush=True)
             self.measure_large()
         return self.results

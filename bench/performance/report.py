@@ -95,7 +95,8 @@ def time_table(results):
         rows.append([stage.replace("/", ": "),
                      *[f"{statistics.median(t):.4g}" if t else "-" for t in times]])
     counts = ["cells", *[f"{m['cells']:,}" for m in meshes.values()]]
-    return markdown(["ms", *meshes], [counts, *rows])
+    rounds = ["rounds", *[str(m["rounds"]) for m in meshes.values()]]
+    return markdown(["ms", *meshes], [counts, rounds, *rows])
 
 
 def bandwidth_table(results):
@@ -144,8 +145,8 @@ def large_table(results):
 
 def setting(results):
     m = results["machine"]
-    return (f"{m['processor']}, {m['cores']} cores of which one is used; {m['compiler']}, -O3; "
-            f"{results['rounds']} rounds.")
+    return (f"{m['processor']}, {m['cores']} cores of which one is used; "
+            f"{m['compiler']}, -O3.")
 
 
 def tables(results):
