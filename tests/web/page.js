@@ -27,14 +27,15 @@ export async function startBrowser(more = []) {
   const folder = mkdtempSync(join(tmpdir(), 'report-'));
   let number = 0;
   return {
-    // Opens the page of a document. The result holds what the page said and asked for.
-    async open(document, { size = [1600, 1000], ...options } = {}) {
+    // Opens the page of a document; `before` runs in it ahead of everything else. The result holds what the page said and asked for.
+    async open(document, { size = [1600, 1000], before, ...options } = {}) {
       number += 1;
       const file = join(folder, `report${number}.html`);
       writeFileSync(file, fill(document));
       const context = await browser.newContext({
         viewport: { width: size[0], height: size[1] }, reducedMotion: 'reduce', ...options,
       });
+      if (before) await context.addInitScript(before);
       const page = await context.newPage();
       const said = [];
       const asked = [];

@@ -2,6 +2,8 @@
 
 export const VERSION = 1;
 
+const PARTS = ['title', 'units', 'weldLimit', 'skin', 'lines', 'histogram', 'settings', 'mesh', 'remarks'];
+
 export class DataError extends Error {}
 
 // Reads the document and turns its arrays into typed arrays; throws a DataError in plain words.
@@ -18,6 +20,9 @@ export function readDocument(text) {
   if (document?.version !== VERSION) {
     throw new DataError(
       `This page reads data of version ${VERSION}, but holds version ${document?.version}.`);
+  }
+  for (const part of PARTS) {
+    if (!(part in document)) throw damaged(part, 'missing');
   }
   return { ...document, skin: skinOf(document.skin), lines: document.lines.map(lineOf) };
 }

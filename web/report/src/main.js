@@ -8,7 +8,7 @@ import './style/print.css';
 
 import { readDocument } from './data.js';
 import { byId } from './dom.js';
-import { fillCurve, STEPS, timeRange } from './fillcurve.js';
+import { fillCurve, reached, STEPS, timeRange } from './fillcurve.js';
 import { makeAngleLegend } from './panel/angles.js';
 import { linesNote, makeHead, makePairs, makeRemarks, makeSummary } from './panel/details.js';
 import { makeDisplay } from './panel/display.js';
@@ -79,7 +79,11 @@ function connect(data, range, view) {
   window.weldlineReport = watch;
   makeTheme(byId('theme'), (colours) => view?.setTheme(colours));
   const fill = makeFill(byId('fill'), {
-    range, curve, unit: data.units.time, onTime: (step) => {
+    range,
+    curve,
+    unit: data.units.time,
+    short: !data.skin.time.every(reached),
+    onTime: (step) => {
       watch.step = step;
       view?.set({ now: step >= STEPS ? 2 : step / STEPS });
     },

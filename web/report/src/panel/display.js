@@ -1,7 +1,7 @@
 // What the picture shows: bands, lines through the part, kinds of lines, and the cut.
 
 import { element } from '../dom.js';
-import { headed, number } from '../format.js';
+import { withUnit } from '../format.js';
 import { SYMBOLS } from './angles.js';
 
 const BANDS = [['smooth', 0], ['10 bands', 10], ['20 bands', 20]];
@@ -21,8 +21,8 @@ function cutParts(frame, origin, unit, onCut) {
   const place = element('output', { class: 'quiet' });
   const slider = element('input', {
     type: 'range', min: 0, max: CUT_STEPS, value: CUT_STEPS / 2, 'aria-label': 'Place of the cut',
-    disabled: true,
   });
+  const row = element('div', { class: 'cut-row' }, slider, place);
   const other = tick('Keep the other side', false, () => show());
   let axis = null;
   const axes = choice('Cut', CUTS, (value) => {
@@ -35,18 +35,20 @@ function cutParts(frame, origin, unit, onCut) {
     const high = axis === null ? 0 : frame.high[axis];
     const text = axis === null
       ? ''
-      : headed(`${'xyz'[axis]} = ${number(origin[axis] + low + (high - low) * share)}`, unit);
+      : `${'xyz'[axis]} = ${withUnit(origin[axis] + low + (high - low) * share, unit)}`;
     place.textContent = text;
     slider.setAttribute('aria-valuetext', text);
-    slider.disabled = axis === null;
+    for (const part of [row, other]) part.hidden = axis === null;
     onCut(axis, share, other.querySelector('input').checked);
   }
   slider.addEventListener('input', show);
-  return [axes, element('div', { class: 'cut-row' }, slider, place), other];
+  show();
+  return [axes, row, other];
 }
 
 function choice(name, options, onChange) {
-  const list = element('select', { onchange: (event) => onChange(event.target.value) },
+  const change = (event) => onChange(event.target.value);
+  const list = element('select', { 'aria-label': name, onchange: change },
     ...options.map(([text, value]) => element('option', { value }, text)));
   return element('label', { class: 'choice' }, element('span', {}, name), list);
 }

@@ -7,13 +7,14 @@ import { STEPS } from '../fillcurve.js';
 
 const PLAY_SECONDS = 6;
 
-// onTime(step) is called with the step of the slider. Returns { toggle, setStep, setBands }.
-export function makeFill(host, { range, curve, unit, onTime }) {
+// onTime(step) is called with the step of the slider; short: the melt does not come everywhere.
+// Returns { toggle, setBands }.
+export function makeFill(host, { range, curve, unit, short, onTime }) {
   if (!range) {
     host.replaceChildren(element('p', { class: 'quiet' }, 'No point of the skin has a fill time.'));
-    return { toggle() {}, setStep() {}, setBands() {} };
+    return { toggle() {}, setBands() {} };
   }
-  const parts = buildFill(unit, range);
+  const parts = buildFill(unit, range, short);
   host.replaceChildren(parts.head, parts.row, parts.scale);
   let playing = 0;
 
@@ -61,7 +62,7 @@ export function makeFill(host, { range, curve, unit, onTime }) {
   return { toggle, setBands };
 }
 
-function buildFill(unit, range) {
+function buildFill(unit, range, short) {
   const slider = element('input', {
     type: 'range', min: 0, max: STEPS, step: 1, value: STEPS, 'aria-label': headed('Fill time', unit),
   });
@@ -74,10 +75,15 @@ function buildFill(unit, range) {
     now,
     track,
     head: element('div', { class: 'legend-head' },
-      element('strong', {}, headed('Fill time', unit)), now),
+      element('strong', {}, headed('Fill time', unit)),
+      swatch('waiting', 'not filled yet'), ...(short ? [swatch('never', 'never reached')] : []), now),
     row: element('div', { class: 'fill-row' }, play, track),
-    scale: tickRow(range, unit),
+    scale: tickRow(range),
   };
+}
+
+function swatch(name, text) {
+  return element('span', { class: 'quiet' }, element('i', { class: `swatch ${name}` }), ` ${text}`);
 }
 
 function tickRow({ first, last }) {

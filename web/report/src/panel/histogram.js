@@ -39,6 +39,7 @@ function bars(edges, counts, x, y) {
   }, svgElement('title', {}, `${edges[i]}° to ${edges[i + 1]}°: ${whole(count)} nodes`)));
 }
 
+// Rows are counts of nodes.
 function grid(rows, x, y) {
   return rows.flatMap((value) => [
     svgElement('line', { class: 'grid', x1: x(0), x2: x(FULL_ANGLE), y1: y(value), y2: y(value) }),
@@ -58,7 +59,9 @@ function axis(x) {
   const base = HEIGHT - BOTTOM;
   return [
     ...[0, 45, 90, 135, 180].map((angle) =>
-      svgElement('text', { x: x(angle), y: base + 14, 'text-anchor': 'middle' }, `${angle}°`)),
+      svgElement('text', {
+        x: x(angle), y: base + 14, 'text-anchor': angle === FULL_ANGLE ? 'end' : 'middle',
+      }, `${angle}°`)),
     svgElement('text', { x: x(FULL_ANGLE / 2), y: base + 29, 'text-anchor': 'middle' },
       'meeting angle of weld nodes'),
   ];

@@ -5,6 +5,7 @@ import { cross, dot, minus, mix, unit } from './vector.js';
 
 const EYE_DISTANCE = 3;
 const FLIGHT_MS = 450;
+const SMALLEST_AFTER_FLIGHT = 0.12;
 const LARGEST = 20;
 const SMALLEST = 1e-4;
 
@@ -93,7 +94,7 @@ export class Camera {
   fly(points) {
     this.land();
     const goal = this.around(points, 1.6);
-    goal.half = Math.max(goal.half, 0.06);
+    goal.half = Math.max(goal.half, SMALLEST_AFTER_FLIGHT);
     const start = { focus: this.focus, half: this.half };
     const still = window.matchMedia('(prefers-reduced-motion: reduce)').matches;
     const begin = performance.now();
