@@ -1,5 +1,5 @@
-// Drawings against stored ones. A pixel differs when a channel is more than 24 of 255 away; a
-// hundredth of the pixels may, for drawing programs that round edges in another way.
+// Drawings against stored ones. A pixel differs when a channel is more than 24 of 255 away; two
+// thousandths of the pixels may, for drawing programs that round edges in another way.
 
 import assert from 'node:assert/strict';
 import { existsSync, readFileSync, writeFileSync } from 'node:fs';
@@ -11,7 +11,7 @@ import { samples } from './sample.js';
 
 const PICTURES = new URL('pictures/', import.meta.url);
 const TOLERANCE = 24;
-const SHARE = 0.01;
+const SHARE = 0.002;
 const SIZE = [420, 560];
 
 const DRAWINGS = {
