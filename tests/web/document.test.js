@@ -8,14 +8,16 @@ import { join } from 'node:path';
 import Ajv from 'ajv/dist/2020.js';
 import { test } from './harness.js';
 import { template } from './page.js';
-import { arrival, meetingAngle, samples } from './sample.js';
+import { arrival, meetingAngle } from './plate.js';
+import { samples } from './sample.js';
 
 const SCHEMA = new URL('../../docs/schema/report-1.json', import.meta.url);
 const REPORT = new URL('../../web/report/', import.meta.url);
 
 function validator() {
-  return new Ajv({ strict: true, allowUnionTypes: true, formats: {} })
-    .compile(JSON.parse(readFileSync(SCHEMA, 'utf8')));
+  return new Ajv({ strict: true, allowUnionTypes: true, formats: {} }).compile(
+    JSON.parse(readFileSync(SCHEMA, 'utf8')),
+  );
 }
 
 export function documentTests() {
@@ -29,13 +31,27 @@ export function documentTests() {
   test('document: the schema refuses what the page could not show', () => {
     const valid = validator();
     const refused = [
-      (d) => { d.version = 2; },
-      (d) => { delete d.skin.time; },
-      (d) => { d.lines[0].class = 'seam'; },
-      (d) => { d.lines[0].polylines[0].points = [1, 2, 3]; },
-      (d) => { d.lines[0].smallestAngle = 181; },
-      (d) => { d.settings = [['Method', 4]]; },
-      (d) => { d.extra = 1; },
+      (d) => {
+        d.version = 2;
+      },
+      (d) => {
+        delete d.skin.time;
+      },
+      (d) => {
+        d.lines[0].class = 'seam';
+      },
+      (d) => {
+        d.lines[0].polylines[0].points = [1, 2, 3];
+      },
+      (d) => {
+        d.lines[0].smallestAngle = 181;
+      },
+      (d) => {
+        d.settings = [['Method', 4]];
+      },
+      (d) => {
+        d.extra = 1;
+      },
     ];
     for (const spoil of refused) {
       const document = samples.plate();
@@ -68,11 +84,23 @@ export function documentTests() {
     assert.doesNotMatch(text, /@import|sourceMappingURL/);
   });
 
+  test('template: carries the licences of the code in it', () => {
+    const [, texts] = template().match(
+      /<script type="text\/plain" id="licences">([^]*?)<\/script>/,
+    );
+    for (const name of ['@kitware/vtk.js 37.4.3, BSD-3-Clause', 'gl-matrix']) {
+      assert.ok(texts.includes(name), name);
+    }
+  });
+
   test('template: is what its sources build', () => {
     const folder = mkdtempSync(join(tmpdir(), 'template-'));
     try {
-      execFileSync('npx', ['vite', 'build', '--outDir', folder, '--emptyOutDir', '--logLevel', 'error'],
-        { cwd: REPORT, stdio: ['ignore', 'ignore', 'inherit'] });
+      execFileSync(
+        'npx',
+        ['vite', 'build', '--outDir', folder, '--emptyOutDir', '--logLevel', 'error'],
+        { cwd: REPORT, stdio: ['ignore', 'ignore', 'inherit'] },
+      );
       const same = readFileSync(join(folder, 'report.html'), 'utf8') === template();
       assert.ok(same, 'run scripts/build-report and commit web/report/dist/report.html');
     } finally {

@@ -23,14 +23,19 @@ function expected(document, share) {
   const time = numbers(document.skin.time, Float32Array);
   const triangles = numbers(document.skin.triangles, Uint32Array);
   const known = [...time].filter((t) => t >= 0);
-  const [first, last] = known.reduce(([a, b], t) => [Math.min(a, t), Math.max(b, t)], [Infinity, -Infinity]);
+  const [first, last] = known.reduce(
+    ([a, b], t) => [Math.min(a, t), Math.max(b, t)],
+    [Infinity, -Infinity],
+  );
   const now = first + (last - first) * share + 1e-6;
   let filled = 0;
   for (let i = 0; i < triangles.length; i += 3) {
-    if ([0, 1, 2].every((k) => time[triangles[i + k]] >= 0 && time[triangles[i + k]] <= now)) filled += 1;
+    if ([0, 1, 2].every((k) => time[triangles[i + k]] >= 0 && time[triangles[i + k]] <= now))
+      filled += 1;
   }
   const begun = document.lines.filter((line) =>
-    line.polylines.some((p) => numbers(p.time, Float32Array).some((t) => t <= now))).length;
+    line.polylines.some((p) => numbers(p.time, Float32Array).some((t) => t <= now)),
+  ).length;
   return { filled, begun };
 }
 
@@ -69,8 +74,13 @@ export function fillingTests(browser) {
       seen.push({ melt: count(image, isMelt), lines: count(image, isLine) });
     }
     assert.ok(seen[0].melt < 50, `${seen[0].melt} pixels at the start`);
-    seen.slice(1).forEach((now, i) => assert.ok(now.melt > 1.2 * seen[i].melt, JSON.stringify(seen)));
-    assert.deepEqual(seen.slice(0, 3).map((now) => now.lines), [0, 0, 0]);
+    seen
+      .slice(1)
+      .forEach((now, i) => assert.ok(now.melt > 1.2 * seen[i].melt, JSON.stringify(seen)));
+    assert.deepEqual(
+      seen.slice(0, 3).map((now) => now.lines),
+      [0, 0, 0],
+    );
     assert.ok(seen[3].lines > 50 && seen[4].lines > 2 * seen[3].lines, JSON.stringify(seen));
     await page.context().close();
   });
@@ -81,7 +91,10 @@ export function fillingTests(browser) {
     const text = await page.textContent('.fill output');
     // Last point: a corner of the plate, at the distance hypot(120, 30) = 123.69.
     assert.match(text, /^61\.85 s · 4\d % of the skin filled$/);
-    assert.equal(await page.getAttribute('.track input', 'aria-valuetext'), text.replace(' · ', ', '));
+    assert.equal(
+      await page.getAttribute('.track input', 'aria-valuetext'),
+      text.replace(' · ', ', '),
+    );
     await page.context().close();
   });
 

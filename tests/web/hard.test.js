@@ -35,7 +35,10 @@ export function hardTests(browser) {
     assert.equal(await page.evaluate(() => window.hacked), undefined);
     assert.deepEqual(said, []);
     assert.equal(asked.length, 1);
-    assert.match(await page.textContent('h1'), /^<script>window\.hacked = true<\/script><img src=x/);
+    assert.match(
+      await page.textContent('h1'),
+      /^<script>window\.hacked = true<\/script><img src=x/,
+    );
     assert.equal(await page.locator('img').count(), 1);
     assert.match(await page.textContent('#settings'), /<script>/);
     await page.context().close();
@@ -45,16 +48,22 @@ export function hardTests(browser) {
     const document = samples.plate();
     const [line] = document.lines;
     const bytes = (values) => Buffer.from(new Float32Array(values).buffer).toString('base64');
-    document.lines = [{
-      ...line,
-      firstTime: null,
-      lastTime: null,
-      polylines: [
-        { points: bytes([100, 30, 3.1]), angle: bytes([5]), time: bytes([NaN]) },
-        { points: bytes([90, 30, 3.1, 90, 30, 3.1]), angle: bytes([5, 5]), time: bytes([-1, -1]) },
-        { points: '', angle: '', time: '' },
-      ],
-    }];
+    document.lines = [
+      {
+        ...line,
+        firstTime: null,
+        lastTime: null,
+        polylines: [
+          { points: bytes([100, 30, 3.1]), angle: bytes([5]), time: bytes([NaN]) },
+          {
+            points: bytes([90, 30, 3.1, 90, 30, 3.1]),
+            angle: bytes([5, 5]),
+            time: bytes([-1, -1]),
+          },
+          { points: '', angle: '', time: '' },
+        ],
+      },
+    ];
     const { page, said } = await browser.open(document);
     await page.locator('.views button', { hasText: '+z' }).click();
     await drawn(page);
@@ -88,7 +97,10 @@ export function hardTests(browser) {
     const { page, said } = await browser.open(document);
     await drawn(page);
     const counts = await page.evaluate(() => window.weldlineReport.counts());
-    assert.ok(counts.triangles >= 500000 && counts.filled === counts.triangles, JSON.stringify(counts));
+    assert.ok(
+      counts.triangles >= 500000 && counts.filled === counts.triangles,
+      JSON.stringify(counts),
+    );
     const before = await pictureOf(page);
     assert.ok(count(before, isMelt) > 10000);
     console.log(`        loaded and drawn after ${((Date.now() - begin) / 1000).toFixed(1)} s`);

@@ -27,11 +27,11 @@ export function lineTests(browser) {
   test('lines: hidden behind the part unless they are to show through', async () => {
     const { page } = await browser.open(oneSided());
     await lookFrom(page, '+z');
-    assert.ok(await lines(page) > 200, 'seen from above');
+    assert.ok((await lines(page)) > 200, 'seen from above');
     await lookFrom(page, '−z');
     assert.equal(await lines(page), 0);
     await page.getByLabel('Show lines through the part').check();
-    assert.ok(await lines(page) > 200, 'shown through');
+    assert.ok((await lines(page)) > 200, 'shown through');
     await page.context().close();
   });
 
@@ -41,7 +41,7 @@ export function lineTests(browser) {
     assert.equal(await lines(page), 0);
     await page.locator('tr[data-id="1"]').click();
     await lookFrom(page, '−z');
-    assert.ok(await lines(page) > 50);
+    assert.ok((await lines(page)) > 50);
     await page.keyboard.press('Escape');
     assert.equal(await lines(page), 0);
     await page.context().close();

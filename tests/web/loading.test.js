@@ -39,14 +39,20 @@ export function loadingTests(browser) {
     assert.equal(await page.locator('#settings tr').count(), 6);
     assert.equal(await page.locator('#mesh tr').count(), 6);
     assert.equal(await page.textContent('#remarks'), '142 cells were never reached: trapped air.');
-    assert.match(await page.textContent('#lines-note'), /3 lines with 9 nodes left out: shorter than 2\./);
+    assert.match(
+      await page.textContent('#lines-note'),
+      /3 lines with 9 nodes left out: shorter than 2\./,
+    );
     assert.equal(await page.locator('.histogram .bar').count(), 36);
     await page.context().close();
   });
 
   test('loading: without units the page says so and shows bare numbers', async () => {
     const { page } = await browser.open(samples.unitless());
-    assert.match(await page.textContent('#program'), /lengths and times in the data set's own unit/);
+    assert.match(
+      await page.textContent('#program'),
+      /lengths and times in the data set's own unit/,
+    );
     assert.match(await page.textContent('.fill strong'), /^Fill time$/);
     assert.ok((await page.locator('th').allTextContents()).includes('Length'));
     await page.context().close();
@@ -74,14 +80,19 @@ export function loadingTests(browser) {
     const wrongCount = samples.plate();
     wrongCount.skin.time = wrongCount.skin.time.slice(0, 16);
     const wrongPoint = samples.none();
-    wrongPoint.skin.triangles = Buffer.from(new Uint32Array([0, 1, 999999]).buffer).toString('base64');
+    wrongPoint.skin.triangles = Buffer.from(new Uint32Array([0, 1, 999999]).buffer).toString(
+      'base64',
+    );
     const cases = [
       ['@REPORT_DATA@', /empty template/],
       ['{"version": 1,', /not valid JSON/],
       [{ ...samples.plate(), version: 7 }, /version 1, but holds version 7/],
       [wrongCount, /skin\.time: 3933 values are wanted.*found 3/],
       [wrongPoint, /point 999999 of \d+ does not exist/],
-      [{ ...samples.plate(), skin: { ...samples.plate().skin, points: '!!' } }, /skin\.points: not base64/],
+      [
+        { ...samples.plate(), skin: { ...samples.plate().skin, points: '!!' } },
+        /skin\.points: not base64/,
+      ],
       [{ version: 1 }, /title: missing/],
     ];
     for (const [document, sentence] of cases) {

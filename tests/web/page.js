@@ -9,9 +9,16 @@ const TEMPLATE = new URL('../../web/report/dist/report.html', import.meta.url);
 const PLACEHOLDER = '@REPORT_DATA@';
 
 // Pictures must not depend on the machine: software drawing, one pixel a pixel, given fonts.
-const SOFTWARE = ['--no-sandbox', '--use-gl=angle', '--use-angle=swiftshader',
-  '--enable-unsafe-swiftshader', '--force-device-scale-factor=1', '--hide-scrollbars',
-  '--font-render-hinting=none', '--disable-lcd-text'];
+const SOFTWARE = [
+  '--no-sandbox',
+  '--use-gl=angle',
+  '--use-angle=swiftshader',
+  '--enable-unsafe-swiftshader',
+  '--force-device-scale-factor=1',
+  '--hide-scrollbars',
+  '--font-render-hinting=none',
+  '--disable-lcd-text',
+];
 
 export function template() {
   return readFileSync(TEMPLATE, 'utf8');
@@ -23,17 +30,23 @@ export function fill(document) {
 }
 
 export async function startBrowser(more = []) {
-  const browser = await chromium.launch({ executablePath: '/usr/bin/chromium', args: [...SOFTWARE, ...more] });
+  const browser = await chromium.launch({
+    executablePath: '/usr/bin/chromium',
+    args: [...SOFTWARE, ...more],
+  });
   const folder = mkdtempSync(join(tmpdir(), 'report-'));
   let number = 0;
   return {
-    // Opens the page of a document; `before` runs in it ahead of everything else. The result holds what the page said and asked for.
+    // Opens the page of a document; `before` runs in it ahead of everything else. The result holds
+    // what the page said and asked for.
     async open(document, { size = [1600, 1000], before, ...options } = {}) {
       number += 1;
       const file = join(folder, `report${number}.html`);
       writeFileSync(file, fill(document));
       const context = await browser.newContext({
-        viewport: { width: size[0], height: size[1] }, reducedMotion: 'reduce', ...options,
+        viewport: { width: size[0], height: size[1] },
+        reducedMotion: 'reduce',
+        ...options,
       });
       if (before) await context.addInitScript(before);
       const page = await context.newPage();
@@ -56,7 +69,10 @@ export async function startBrowser(more = []) {
 
 // Waits until the picture has been drawn after everything asked so far.
 export async function drawn(page) {
-  await page.evaluate(() => new Promise((done) => {
-    requestAnimationFrame(() => requestAnimationFrame(() => requestAnimationFrame(done)));
-  }));
+  await page.evaluate(
+    () =>
+      new Promise((done) => {
+        requestAnimationFrame(() => requestAnimationFrame(() => requestAnimationFrame(done)));
+      }),
+  );
 }

@@ -63,7 +63,7 @@ export function pictureTests(browser) {
     const moved = await camera(page);
     assert.deepEqual(moved.from, turned.from);
     const way = Math.hypot(...moved.focus.map((f, k) => f - turned.focus[k]));
-    assert.ok(Math.abs(way * box.height / (2 * moved.half) - 100) < 0.5, `${way}`);
+    assert.ok(Math.abs((way * box.height) / (2 * moved.half) - 100) < 0.5, `${way}`);
     await page.mouse.wheel(0, -300);
     await drawn(page);
     assert.ok(Math.abs((await camera(page)).half - moved.half * Math.exp(-0.45)) < 1e-9);
@@ -72,8 +72,14 @@ export function pictureTests(browser) {
 
   test('picture: the view buttons look from where they say', async () => {
     const { page } = await browser.open(samples.plate());
-    const sides = { '+x': [1, 0, 0], '−x': [-1, 0, 0], '+y': [0, 1, 0], '−y': [0, -1, 0],
-      '+z': [0, 0, 1], '−z': [0, 0, -1] };
+    const sides = {
+      '+x': [1, 0, 0],
+      '−x': [-1, 0, 0],
+      '+y': [0, 1, 0],
+      '−y': [0, -1, 0],
+      '+z': [0, 0, 1],
+      '−z': [0, 0, -1],
+    };
     for (const [name, from] of Object.entries(sides)) {
       await page.locator('.views button', { hasText: name }).click();
       assert.deepEqual((await camera(page)).from, from, name);
@@ -102,11 +108,17 @@ export function pictureTests(browser) {
       return columns(await pictureOf(page), isMelt);
     };
     let [left, right] = await cutAt(150);
-    assert.ok(Math.abs(left - low) <= 1 && Math.abs(right - (low + 0.75 * width)) <= 2, `${left} ${right}`);
+    assert.ok(
+      Math.abs(left - low) <= 1 && Math.abs(right - (low + 0.75 * width)) <= 2,
+      `${left} ${right}`,
+    );
     assert.equal(await page.textContent('.cut-row output'), 'x = 90 mm');
     await page.getByLabel('Keep the other side').check();
     [left, right] = await cutAt(150);
-    assert.ok(Math.abs(right - high) <= 1 && Math.abs(left - (low + 0.75 * width)) <= 2, `${left} ${right}`);
+    assert.ok(
+      Math.abs(right - high) <= 1 && Math.abs(left - (low + 0.75 * width)) <= 2,
+      `${left} ${right}`,
+    );
     await page.getByRole('combobox', { name: 'Cut' }).selectOption('no cut');
     await drawn(page);
     assert.deepEqual(columns(await pictureOf(page), isMelt), [low, high]);
@@ -129,7 +141,10 @@ export function pictureTests(browser) {
   test('picture: light and dark, by the system and by the button', async () => {
     const LIGHT = [0xe9, 0xed, 0xf2];
     const DARK = [0x12, 0x17, 0x1d];
-    for (const [colorScheme, first, second] of [['light', LIGHT, DARK], ['dark', DARK, LIGHT]]) {
+    for (const [colorScheme, first, second] of [
+      ['light', LIGHT, DARK],
+      ['dark', DARK, LIGHT],
+    ]) {
       const { page } = await browser.open(samples.plate(), { colorScheme });
       assert.deepEqual(await corner(page), first);
       const ink = () => page.evaluate(() => getComputedStyle(document.body).color);

@@ -17,8 +17,17 @@ import { tableTests } from './table.test.js';
 
 const browser = await startBrowser();
 documentTests();
-for (const add of [loadingTests, tableTests, lineTests, fillingTests, pictureTests, layoutTests,
-  hardTests, referenceTests]) add(browser);
+for (const add of [
+  loadingTests,
+  tableTests,
+  lineTests,
+  fillingTests,
+  pictureTests,
+  layoutTests,
+  hardTests,
+  referenceTests,
+])
+  add(browser);
 const good = await runAll(process.argv[2]);
 await browser.close();
 process.exit(good ? 0 : 1);

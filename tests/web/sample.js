@@ -1,112 +1,10 @@
-// Documents for the report page, made from geometry that can be checked by hand: a plate of 120 by 60
-// by 3 with a round hole of radius 9 at (45, 30), filled from the point (0, 30) at speed 1, rolled
-// up lightly about its long axis. Behind the hole the streams meet on the middle line; at x the angle
-// of either path to that line is b = asin(9 / (x - 45)), and the meeting angle 180 - 2 b.
+// Documents for the report page.
 //
 //   node sample.js NAME    writes a document of `samples` as JSON
 
-export const PLATE = { length: 120, width: 60, thickness: 3, hole: 9, holeX: 45, holeY: 30 };
-const ROLL = 55;
+import { arrival, meetingAngle, PLATE, plateSkin, rolled } from './plate.js';
+
 const LIMIT = 135;
-
-// Time at which the melt is at (x, y): the shortest way from the gate round the hole.
-export function arrival(x, y) {
-  const [px, py] = [x - PLATE.holeX, y - PLATE.holeY];
-  const straight = Math.hypot(x, y - PLATE.holeY);
-  const along = (-PLATE.holeX * (px + PLATE.holeX)) / straight ** 2;
-  const share = Math.min(Math.max(-along, 0), 1);
-  const nearest = Math.hypot(-PLATE.holeX + share * (px + PLATE.holeX), share * py);
-  if (straight === 0 || nearest >= PLATE.hole - 1e-9) return straight;
-  const [gate, far] = [PLATE.holeX, Math.max(Math.hypot(px, py), PLATE.hole)];
-  const between = Math.PI - Math.abs(Math.atan2(py, px));
-  const arc = between - Math.acos(PLATE.hole / gate) - Math.acos(PLATE.hole / far);
-  return Math.sqrt(gate ** 2 - PLATE.hole ** 2) + Math.sqrt(far ** 2 - PLATE.hole ** 2)
-    + PLATE.hole * Math.max(arc, 0);
-}
-
-export function meetingAngle(x) {
-  return 180 - (2 * Math.asin(PLATE.hole / Math.max(x - PLATE.holeX, PLATE.hole)) * 180) / Math.PI;
-}
-
-// The place of (x, y) at height z of the rolled plate.
-function rolled(x, y, z) {
-  const turn = (y - PLATE.holeY) / ROLL;
-  return [x, PLATE.holeY + (ROLL + z) * Math.sin(turn), (ROLL + z) * Math.cos(turn) - ROLL];
-}
-
-// Blocks of the plate as maps from the unit square, and how much of the fineness each side gets.
-const RIM = 2 * Math.PI;
-const BLOCKS = [
-  { at: (u, v) => [15 * u, 60 * v], share: [0.25, 1] },
-  { at: (u, v) => [75 + 45 * u, 60 * v], share: [0.75, 1] },
-  { at: aroundHole, share: [3, 0.5] },
-];
-
-// u runs round the hole, v from its edge to the square of side 60 about it.
-function aroundHole(u, v) {
-  const [c, s] = [Math.cos(RIM * u), Math.sin(RIM * u)];
-  const reach = 30 / Math.max(Math.abs(c), Math.abs(s));
-  const radius = PLATE.hole + (reach - PLATE.hole) * v;
-  return [PLATE.holeX + radius * c, PLATE.holeY + radius * s];
-}
-
-class Skin {
-  points = [];
-  time = [];
-  triangles = [];
-  edges = [];
-
-  add(x, y, z) {
-    this.points.push(...rolled(x, y, z));
-    this.time.push(arrival(x, y));
-    return this.time.length - 1;
-  }
-
-  // A grid of nu by nv cells; point(u, v) gives flat coordinates; other: the other side is out.
-  grid(nu, nv, point, other) {
-    const first = this.time.length;
-    for (let j = 0; j <= nv; j += 1) {
-      for (let i = 0; i <= nu; i += 1) this.add(...point(i / nu, j / nv));
-    }
-    for (let j = 0; j < nv; j += 1) {
-      for (let i = 0; i < nu; i += 1) {
-        const a = first + j * (nu + 1) + i;
-        const [b, c, d] = [a + 1, a + nu + 2, a + nu + 1];
-        this.triangles.push(...(other ? [a, c, b, a, d, c] : [a, b, c, a, c, d]));
-      }
-    }
-    return first;
-  }
-
-  // A wall of the plate along a curve, with its two sharp edges.
-  wall(n, curve) {
-    const first = this.grid(n, 2, (u, v) => [...curve(u), PLATE.thickness * v]);
-    for (const row of [0, 2]) {
-      for (let i = 0; i < n; i += 1) {
-        const a = first + row * (n + 1) + i;
-        this.edges.push(a, a + 1);
-      }
-    }
-  }
-}
-
-function plateSkin(fineness) {
-  const skin = new Skin();
-  for (const { at, share } of BLOCKS) {
-    const [nu, nv] = share.map((s) => Math.max(2, Math.round(s * fineness)));
-    for (const z of [0, PLATE.thickness]) {
-      const outwards = (z > 0) === (at === aroundHole);
-      skin.grid(nu, nv, (u, v) => [...at(u, v), z], outwards);
-    }
-  }
-  const n = 2 * fineness;
-  skin.wall(n, (u) => [120 * u, 0]);
-  skin.wall(n, (u) => [120, 60 * u]);
-  skin.wall(n, (u) => [120 * (1 - u), 60]);
-  skin.wall(n, (u) => [0, 60 * (1 - u)]);
-  skin.wall(n, (u) => aroundHole(1 - u, 0));
-  return skin;
-}
 
 // Flat points of a line in the middle behind the hole.
 function behindHole(from, to, n = 40) {
@@ -123,8 +21,9 @@ function lineAlong(id, name, flat, angles, extra = {}) {
   return {
     id,
     class: name,
-    length: flat.slice(1).reduce((sum, [x, y], i) =>
-      sum + Math.hypot(x - flat[i][0], y - flat[i][1]), 0),
+    length: flat
+      .slice(1)
+      .reduce((sum, [x, y], i) => sum + Math.hypot(x - flat[i][0], y - flat[i][1]), 0),
     nodes: all.length,
     smallestAngle: Math.min(...angles),
     meanAngle: mean(angles),
@@ -136,17 +35,19 @@ function lineAlong(id, name, flat, angles, extra = {}) {
     patch: 'walls',
     carried: [],
     polylines: places.map((points) => ({
-      points: floats(points.flat()), angle: floats(angles), time: floats(time),
+      points: floats(points.flat()),
+      angle: floats(angles),
+      time: floats(time),
     })),
     ...extra,
   };
 }
 
-export function floats(values) {
+function floats(values) {
   return Buffer.from(Float32Array.from(values).buffer).toString('base64');
 }
 
-export function integers(values) {
+function integers(values) {
   return Buffer.from(Uint32Array.from(values).buffer).toString('base64');
 }
 
@@ -158,19 +59,30 @@ function histogramOf(angles) {
 }
 
 // x from which the streams behind the hole meet in a meld line: 180 - 2 b = 135.
-export const MELD_FROM = PLATE.holeX + PLATE.hole / Math.sin(Math.PI / 8);
+const MELD_FROM = PLATE.holeX + PLATE.hole / Math.sin(Math.PI / 8);
 
 function threeLines() {
   const part = (id, name, from, to, extra) => {
     const flat = behindHole(from, to);
-    return lineAlong(id, name, flat, flat.map(([x]) => meetingAngle(x)), extra);
+    return lineAlong(
+      id,
+      name,
+      flat,
+      flat.map(([x]) => meetingAngle(x)),
+      extra,
+    );
   };
   const corner = Array.from({ length: 21 }, (_, i) => [112 + 0.2 * i, 8 - 0.3 * i]);
   return [
     part(1, 'weld', 54, MELD_FROM, { carried: carried(181, 196, 204) }),
     part(2, 'meld', MELD_FROM, 112, { carried: carried(204, 212, 219) }),
-    lineAlong(3, 'weld', corner, corner.map((_, i) => 70 + 2 * i),
-      { patch: 'vent', carried: carried(190, 191, 192), firstTime: null, lastTime: null }),
+    lineAlong(
+      3,
+      'weld',
+      corner,
+      corner.map((_, i) => 70 + 2 * i),
+      { patch: 'vent', carried: carried(190, 191, 192), firstTime: null, lastTime: null },
+    ),
   ];
 }
 
@@ -196,10 +108,22 @@ function plate({ fineness = 24, lines = threeLines(), skin = plateSkin(fineness)
     lines,
     dropped: { lines: 3, nodes: 9, reason: 'shorter than 2' },
     histogram: histogramOf(all),
-    settings: [['Method', '4'], ['Gradient', '3, least squares'], ['Smoothing before', '2'],
-      ['Smoothing after', '2'], ['Truncation angle', '179'], ['Noise filter', 'length 2']],
-    mesh: [['Cells', '36300'], ['Nodes', '45000'], ['Hexahedra', '36300'],
-      ['Largest non-orthogonality', '42.6°'], ['Largest skewness', '0.50'], ['Cells reached', '36158 (99.61 %)']],
+    settings: [
+      ['Method', '4'],
+      ['Gradient', '3, least squares'],
+      ['Smoothing before', '2'],
+      ['Smoothing after', '2'],
+      ['Truncation angle', '179'],
+      ['Noise filter', 'length 2'],
+    ],
+    mesh: [
+      ['Cells', '36300'],
+      ['Nodes', '45000'],
+      ['Hexahedra', '36300'],
+      ['Largest non-orthogonality', '42.6°'],
+      ['Largest skewness', '0.50'],
+      ['Cells reached', '36158 (99.61 %)'],
+    ],
     remarks: ['142 cells were never reached: trapped air.'],
     ...rest,
   };
@@ -224,9 +148,14 @@ function hostile() {
   return plate({
     title: long,
     program: HOSTILE,
-    lines: [{ ...first, patch: long, carried: [{ name: HOSTILE, smallest: 1, mean: 2, largest: 3 }] },
-      ...others],
-    settings: [[HOSTILE, HOSTILE], ['x'.repeat(300), 'y'.repeat(300)]],
+    lines: [
+      { ...first, patch: long, carried: [{ name: HOSTILE, smallest: 1, mean: 2, largest: 3 }] },
+      ...others,
+    ],
+    settings: [
+      [HOSTILE, HOSTILE],
+      ['x'.repeat(300), 'y'.repeat(300)],
+    ],
     mesh: [[HOSTILE, HOSTILE]],
     remarks: [HOSTILE],
     dropped: { lines: 1, nodes: 2, reason: HOSTILE },
@@ -236,7 +165,10 @@ function hostile() {
 function manyLines(count) {
   const lines = Array.from({ length: count }, (_, i) => {
     const [x, y] = [60 + 58 * ((i * 0.618034) % 1), 2 + 56 * (i / count)];
-    const flat = Array.from({ length: 30 }, (_unused, k) => [x + 0.05 * k, y + 0.2 * Math.sin(k / 3)]);
+    const flat = Array.from({ length: 30 }, (_unused, k) => [
+      x + 0.05 * k,
+      y + 0.2 * Math.sin(k / 3),
+    ]);
     const angles = flat.map((_unused, k) => (i * 7 + k) % 170);
     return lineAlong(i + 1, i % 3 ? 'weld' : 'meld', flat, angles);
   });
@@ -247,10 +179,15 @@ export const samples = {
   plate: () => plate(),
   unitless: () => plate({ units: { length: '', time: '' } }),
   none: () => plate({ lines: [], dropped: { lines: 0, nodes: 0, reason: '' }, remarks: [] }),
-  nothing: () => plate({
-    lines: [], remarks: [], settings: [], mesh: [], histogram: { edges: [], counts: [] },
-    skin: { points: [], triangles: [], time: [], edges: [] },
-  }),
+  nothing: () =>
+    plate({
+      lines: [],
+      remarks: [],
+      settings: [],
+      mesh: [],
+      histogram: { edges: [], counts: [] },
+      skin: { points: [], triangles: [], time: [], edges: [] },
+    }),
   shortShot,
   hostile,
   many: () => manyLines(2000),

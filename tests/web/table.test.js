@@ -32,13 +32,24 @@ function shuffled() {
     { ...b, nodes: 50, centroid: [7, -2, 3] },
     { ...a, nodes: 120, centroid: [-8, 5, 4] },
     { ...c, nodes: 70, patch: '', centroid: [1, 1, 1] },
-    { ...a, id: 4, length: 3, nodes: 9, patch: 'end', smallestAngle: 33, meanAngle: 12, centroid: [2, 0, 9] },
+    {
+      ...a,
+      id: 4,
+      length: 3,
+      nodes: 9,
+      patch: 'end',
+      smallestAngle: 33,
+      meanAngle: 12,
+      centroid: [2, 0, 9],
+    },
   ];
   return document;
 }
 
 function ids(page) {
-  return page.locator('tbody tr[data-id]').evaluateAll((rows) => rows.map((r) => Number(r.dataset.id)));
+  return page
+    .locator('tbody tr[data-id]')
+    .evaluateAll((rows) => rows.map((r) => Number(r.dataset.id)));
 }
 
 export function tableTests(browser) {
@@ -49,23 +60,34 @@ export function tableTests(browser) {
     assert.deepEqual(heads, Object.keys(VALUES));
     const order = async (head) => {
       await page.locator('thead button').nth(heads.indexOf(head)).click();
-      const state = await page.locator('thead th').nth(heads.indexOf(head)).getAttribute('aria-sort');
+      const state = await page
+        .locator('thead th')
+        .nth(heads.indexOf(head))
+        .getAttribute('aria-sort');
       return { state, ids: await ids(page) };
     };
     await order('Nodes');
     for (const head of heads) {
-      for (const [state, sign] of [['ascending', 1], ['descending', -1]]) {
+      for (const [state, sign] of [
+        ['ascending', 1],
+        ['descending', -1],
+      ]) {
         const shown = await order(head);
         assert.equal(shown.state, state, head);
-        const values = shown.ids.map((id) => VALUES[head](document.lines.find((line) => line.id === id)));
+        const values = shown.ids.map((id) =>
+          VALUES[head](document.lines.find((line) => line.id === id)),
+        );
         values.slice(1).forEach((value, i) => {
           const before = values[i];
-          const good = value === null || (before !== null && (sign > 0 ? before <= value : before >= value));
+          const good =
+            value === null || (before !== null && (sign > 0 ? before <= value : before >= value));
           assert.ok(good, `${head} ${state}: ${values}`);
         });
       }
     }
-    const marked = await page.locator('th[aria-sort="ascending"], th[aria-sort="descending"]').count();
+    const marked = await page
+      .locator('th[aria-sort="ascending"], th[aria-sort="descending"]')
+      .count();
     assert.equal(marked, 1);
     await page.context().close();
   });
@@ -86,7 +108,8 @@ export function tableTests(browser) {
     await page.locator('tr[data-id="3"]').click();
     await drawn(page);
     const { camera, counts } = await page.evaluate(() => ({
-      camera: window.weldlineReport.camera(), counts: window.weldlineReport.counts(),
+      camera: window.weldlineReport.camera(),
+      counts: window.weldlineReport.counts(),
     }));
     assert.equal(counts.chosen, 3);
     assert.equal(await page.getAttribute('tr[data-id="3"]', 'aria-selected'), 'true');

@@ -1,19 +1,49 @@
-// Two colour maps that nobody confuses: cool for fill time, warm for meeting angle. Both are even in
-// perceived lightness from one end to the other, so that they can be read in grey and by the
+// Two colour maps that nobody confuses: cool for fill time, warm for meeting angle. Both are even
+// in perceived lightness from one end to the other, so that they can be read in grey and by the
 // colour-blind. Control points are equidistant; between them colours are linear.
 
 export const CONTROL_POINTS = 17;
 
 // Fill time, early to late: indigo, blue, teal, pale green.
 export const TIME_MAP = [
-  '#2e1d65', '#312a74', '#343883', '#354592', '#3454a1', '#2565ac', '#0176b4', '#0f87b3', '#0e97b6',
-  '#01a7b6', '#0eb7b4', '#19c8ae', '#4cd6a3', '#73e19e', '#97ec9a', '#b8f696', '#daff97',
+  '#2e1d65',
+  '#312a74',
+  '#343883',
+  '#354592',
+  '#3454a1',
+  '#2565ac',
+  '#0176b4',
+  '#0f87b3',
+  '#0e97b6',
+  '#01a7b6',
+  '#0eb7b4',
+  '#19c8ae',
+  '#4cd6a3',
+  '#73e19e',
+  '#97ec9a',
+  '#b8f696',
+  '#daff97',
 ];
 
 // Meeting angle, head-on to none: crimson, red, orange, cream. The worst is the most striking.
 export const ANGLE_MAP = [
-  '#a30344', '#b50643', '#c7093f', '#da0e38', '#ea1f2f', '#f03e23', '#f45616', '#f76a0e', '#f97d14',
-  '#fb8f27', '#fb9f3b', '#fcaf4e', '#fcbe62', '#fbcc7e', '#fbd999', '#fce6b3', '#fef2cc',
+  '#a30344',
+  '#b50643',
+  '#c7093f',
+  '#da0e38',
+  '#ea1f2f',
+  '#f03e23',
+  '#f45616',
+  '#f76a0e',
+  '#f97d14',
+  '#fb8f27',
+  '#fb9f3b',
+  '#fcaf4e',
+  '#fcbe62',
+  '#fbcc7e',
+  '#fbd999',
+  '#fce6b3',
+  '#fef2cc',
 ];
 
 export const FULL_ANGLE = 180;

@@ -2,7 +2,17 @@
 
 export const VERSION = 1;
 
-const PARTS = ['title', 'units', 'weldLimit', 'skin', 'lines', 'histogram', 'settings', 'mesh', 'remarks'];
+const PARTS = [
+  'title',
+  'units',
+  'weldLimit',
+  'skin',
+  'lines',
+  'histogram',
+  'settings',
+  'mesh',
+  'remarks',
+];
 
 export class DataError extends Error {}
 
@@ -19,7 +29,8 @@ export function readDocument(text) {
   }
   if (document?.version !== VERSION) {
     throw new DataError(
-      `This page reads data of version ${VERSION}, but holds version ${document?.version}.`);
+      `This page reads data of version ${VERSION}, but holds version ${document?.version}.`,
+    );
   }
   for (const part of PARTS) {
     if (!(part in document)) throw damaged(part, 'missing');

@@ -7,7 +7,8 @@ export function reached(time) {
   return time >= 0;
 }
 
-// First and last time of skin and lines together: { first, last }, or null where nothing is reached.
+// First and last time of skin and lines together: { first, last }, or null where nothing
+// is reached.
 export function timeRange(skin, lines) {
   let first = Infinity;
   let last = -Infinity;

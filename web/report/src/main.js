@@ -58,8 +58,9 @@ function makeScene(data, range) {
   let why = '';
   if (data.skin.triangles.length === 0) why = 'The result holds no skin to draw.';
   else if (!canDraw()) {
-    why = 'This browser cannot draw the part: WebGL 2 is missing or switched off. '
-      + 'The tables are complete.';
+    why =
+      'This browser cannot draw the part: WebGL 2 is missing or switched off. ' +
+      'The tables are complete.';
   }
   if (why) {
     byId('no-picture').textContent = why;
@@ -91,8 +92,9 @@ function connect(data, range, view) {
   const selection = new Selection(view);
   watch.selection = selection;
   if (data.lines.length > 0) {
-    selection.table = makeTable(byId('lines-scroll'), data.lines, data.units,
-      (place) => selection.choose(place, true));
+    selection.table = makeTable(byId('lines-scroll'), data.lines, data.units, (place) =>
+      selection.choose(place, true),
+    );
   }
   attachPrint(byId('print'), byId('print-picture'), view);
   document.addEventListener('keydown', (event) => {

@@ -26,7 +26,8 @@ export function pictureColours(theme = document.documentElement.dataset.theme) {
   document.documentElement.dataset.theme = theme;
   const style = getComputedStyle(document.documentElement);
   const colours = Object.fromEntries(
-    NAMES.map((name) => [name, style.getPropertyValue(`--picture-${name}`).trim()]));
+    NAMES.map((name) => [name, style.getPropertyValue(`--picture-${name}`).trim()]),
+  );
   document.documentElement.dataset.theme = before;
   return colours;
 }

@@ -4,9 +4,16 @@ import { reached, shareOf, STEPS } from './fillcurve.js';
 
 export function makeWatch(scene, data, curve, range) {
   // Share of the fill time at which a line begins to show.
-  const begins = data.lines.map((line) => Math.min(...line.polylines.map((polyline) =>
-    polyline.time.reduce((least, time) =>
-      Math.min(least, range && reached(time) ? shareOf(time, range) : 1), 1))));
+  const begins = data.lines.map((line) =>
+    Math.min(
+      ...line.polylines.map((polyline) =>
+        polyline.time.reduce(
+          (least, time) => Math.min(least, range && reached(time) ? shareOf(time, range) : 1),
+          1,
+        ),
+      ),
+    ),
+  );
   return {
     scene,
     step: STEPS,

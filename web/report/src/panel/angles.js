@@ -18,15 +18,32 @@ export function makeAngleLegend(host, limit) {
     scale.append(tick);
   }
   host.replaceChildren(
-    element('div', { class: 'legend-head' },
+    element(
+      'div',
+      { class: 'legend-head' },
       element('strong', {}, 'Meeting angle'),
-      element('span', { class: 'samples quiet' },
-        sample('weld', `below ${limit}°`), sample('meld', `from ${limit}°`))),
-    bar, scale);
+      element(
+        'span',
+        { class: 'samples quiet' },
+        sample('weld', `below ${limit}°`),
+        sample('meld', `from ${limit}°`),
+      ),
+    ),
+    bar,
+    scale,
+  );
 }
 
 function sample(name, meaning) {
-  const stroke = svgElement('svg', { class: 'sample', viewBox: '0 0 26 8', 'aria-hidden': 'true' },
-    svgElement('line', { x1: 1, y1: 4, x2: 25, y2: 4, class: `stroke-${name}` }));
-  return element('span', { title: `${name} line: ${meaning}` }, stroke, ` ${SYMBOLS[name]} ${name}`);
+  const stroke = svgElement(
+    'svg',
+    { class: 'sample', viewBox: '0 0 26 8', 'aria-hidden': 'true' },
+    svgElement('line', { x1: 1, y1: 4, x2: 25, y2: 4, class: `stroke-${name}` }),
+  );
+  return element(
+    'span',
+    { title: `${name} line: ${meaning}` },
+    stroke,
+    ` ${SYMBOLS[name]} ${name}`,
+  );
 }

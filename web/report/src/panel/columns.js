@@ -16,17 +16,28 @@ export function columnsOf(lines, units) {
     { head: 'Near patch', value: (line) => line.patch || null, text: (patch) => patch ?? '–' },
     ...carriedColumns(lines),
     ...['x', 'y', 'z'].map((axis, k) =>
-      column(headed(`Centre ${axis}`, units.length), (line) => line.centroid[k], number)),
+      column(headed(`Centre ${axis}`, units.length), (line) => line.centroid[k], number),
+    ),
   ];
 }
 
 // Fields carried along the lines, in the order in which lines name them.
 function carriedColumns(lines) {
   const names = new Set(lines.flatMap((line) => (line.carried ?? []).map((field) => field.name)));
-  const kinds = [['smallest', 'smallest'], ['mean', 'mean'], ['largest', 'largest']];
-  return [...names].flatMap((name) => kinds.map(([key, word]) =>
-    column(`${name}, ${word}`, (line) =>
-      (line.carried ?? []).find((field) => field.name === name)?.[key], number)));
+  const kinds = [
+    ['smallest', 'smallest'],
+    ['mean', 'mean'],
+    ['largest', 'largest'],
+  ];
+  return [...names].flatMap((name) =>
+    kinds.map(([key, word]) =>
+      column(
+        `${name}, ${word}`,
+        (line) => (line.carried ?? []).find((field) => field.name === name)?.[key],
+        number,
+      ),
+    ),
+  );
 }
 
 function column(head, value, text) {

@@ -13,32 +13,55 @@ export function makeSummary(host, { lines, units }, range) {
     fact('Meld lines', `${SYMBOLS.meld} ${whole(count('meld'))}`),
     fact('Smallest angle', degrees(smallest)),
     fact('Length of all lines', withUnit(length, units.length)),
-    fact('Fill time', range ? withUnit(range.last, units.time) : '–'));
+    fact('Fill time', range ? withUnit(range.last, units.time) : '–'),
+  );
 }
 
 function fact(name, value) {
-  return element('div', { class: 'fact' }, element('span', { class: 'quiet' }, name),
-    element('strong', {}, value));
+  return element(
+    'div',
+    { class: 'fact' },
+    element('span', { class: 'quiet' }, name),
+    element('strong', {}, value),
+  );
 }
 
 // What stands above the table: what is missing in it, and what was left out.
 export function linesNote({ lines, dropped, weldLimit }) {
-  const left = dropped?.lines > 0
-    ? `${whole(dropped.lines)} ${dropped.lines === 1 ? 'line' : 'lines'} with `
-      + `${whole(dropped.nodes)} nodes left out: ${dropped.reason}.`
-    : '';
-  const none = lines.length === 0
-    ? 'No weld lines: nowhere do melt streams meet at an angle that counts.'
-    : `Weld lines meet below ${weldLimit}°, meld lines from there on.`;
+  const left =
+    dropped?.lines > 0
+      ? `${whole(dropped.lines)} ${dropped.lines === 1 ? 'line' : 'lines'} with ` +
+        `${whole(dropped.nodes)} nodes left out: ${dropped.reason}.`
+      : '';
+  const none =
+    lines.length === 0
+      ? 'No weld lines: nowhere do melt streams meet at an angle that counts.'
+      : `Weld lines meet below ${weldLimit}°, meld lines from there on.`;
   return [none, left].filter(Boolean).join(' ');
 }
 
 // Rows of [name, value] as a table.
 export function makePairs(host, pairs) {
-  host.replaceChildren(pairs.length === 0
-    ? element('p', { class: 'quiet' }, 'Nothing is recorded.')
-    : element('table', { class: 'pairs' }, element('tbody', {}, ...pairs.map(([name, value]) =>
-      element('tr', {}, element('th', { scope: 'row' }, name), element('td', {}, textOf(value)))))));
+  host.replaceChildren(
+    pairs.length === 0
+      ? element('p', { class: 'quiet' }, 'Nothing is recorded.')
+      : element(
+          'table',
+          { class: 'pairs' },
+          element(
+            'tbody',
+            {},
+            ...pairs.map(([name, value]) =>
+              element(
+                'tr',
+                {},
+                element('th', { scope: 'row' }, name),
+                element('td', {}, textOf(value)),
+              ),
+            ),
+          ),
+        ),
+  );
 }
 
 function textOf(value) {
@@ -55,7 +78,13 @@ export function makeHead({ title, program, units }) {
   document.title = `${title} – weld lines`;
   byId('title').textContent = title;
   byId('title').title = title;
-  const open = [['length', 'lengths'], ['time', 'times']].filter(([key]) => !units[key]);
-  const note = open.length > 0 ? `${open.map(([, name]) => name).join(' and ')} in the data set's own unit` : '';
+  const open = [
+    ['length', 'lengths'],
+    ['time', 'times'],
+  ].filter(([key]) => !units[key]);
+  const note =
+    open.length > 0
+      ? `${open.map(([, name]) => name).join(' and ')} in the data set's own unit`
+      : '';
   byId('program').textContent = [program, note].filter(Boolean).join(' · ');
 }

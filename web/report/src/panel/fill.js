@@ -64,7 +64,12 @@ export function makeFill(host, { range, curve, unit, short, onTime }) {
 
 function buildFill(unit, range, short) {
   const slider = element('input', {
-    type: 'range', min: 0, max: STEPS, step: 1, value: STEPS, 'aria-label': headed('Fill time', unit),
+    type: 'range',
+    min: 0,
+    max: STEPS,
+    step: 1,
+    value: STEPS,
+    'aria-label': headed('Fill time', unit),
   });
   const play = element('button', { type: 'button', class: 'play' });
   const now = element('output', { class: 'quiet' });
@@ -74,9 +79,14 @@ function buildFill(unit, range, short) {
     play,
     now,
     track,
-    head: element('div', { class: 'legend-head' },
+    head: element(
+      'div',
+      { class: 'legend-head' },
       element('strong', {}, headed('Fill time', unit)),
-      swatch('waiting', 'not filled yet'), ...(short ? [swatch('never', 'never reached')] : []), now),
+      swatch('waiting', 'not filled yet'),
+      ...(short ? [swatch('never', 'never reached')] : []),
+      now,
+    ),
     row: element('div', { class: 'fill-row' }, play, track),
     scale: tickRow(range),
   };

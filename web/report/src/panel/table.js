@@ -11,8 +11,13 @@ export function makeTable(host, lines, units, onChoose) {
   const body = element('tbody');
   const order = { column: columns[0], upwards: true };
 
-  const heads = columns.map((column) => element('th', { scope: 'col', class: column.numeric && 'numeric' },
-    element('button', { type: 'button', onclick: () => sortBy(column) }, column.head)));
+  const heads = columns.map((column) =>
+    element(
+      'th',
+      { scope: 'col', class: column.numeric && 'numeric' },
+      element('button', { type: 'button', onclick: () => sortBy(column) }, column.head),
+    ),
+  );
   function sortBy(column) {
     order.upwards = order.column === column ? !order.upwards : true;
     order.column = column;
@@ -23,7 +28,9 @@ export function makeTable(host, lines, units, onChoose) {
       const active = columns[i] === order.column;
       head.setAttribute('aria-sort', !active ? 'none' : order.upwards ? 'ascending' : 'descending');
     });
-    body.replaceChildren(...sorted(lines, order.column, order.upwards).map((line) => rows[line.place]));
+    body.replaceChildren(
+      ...sorted(lines, order.column, order.upwards).map((line) => rows[line.place]),
+    );
     makeReachable(rows, body.firstElementChild);
   }
   body.addEventListener('click', (event) => choose(event.target.closest('tr')));
@@ -41,25 +48,44 @@ export function makeTable(host, lines, units, onChoose) {
     onChoose(rows.indexOf(row));
   }
   show();
-  host.replaceChildren(element('table', { class: 'lines-table' },
-    element('caption', { class: 'unseen' }, 'Weld and meld lines'),
-    element('thead', {}, element('tr', {}, ...heads)), body));
+  host.replaceChildren(
+    element(
+      'table',
+      { class: 'lines-table' },
+      element('caption', { class: 'unseen' }, 'Weld and meld lines'),
+      element('thead', {}, element('tr', {}, ...heads)),
+      body,
+    ),
+  );
   return { mark: (place) => mark(rows, place) };
 }
 
 function rowOf(line, columns) {
-  return element('tr', { tabindex: -1, 'data-id': line.id, 'aria-selected': 'false' },
-    ...columns.map((column) => element('td', { class: column.numeric ? 'numeric' : 'word' },
-      column.text(column.value(line)))));
+  return element(
+    'tr',
+    { tabindex: -1, 'data-id': line.id, 'aria-selected': 'false' },
+    ...columns.map((column) =>
+      element(
+        'td',
+        { class: column.numeric ? 'numeric' : 'word' },
+        column.text(column.value(line)),
+      ),
+    ),
+  );
 }
 
 function neighbour(row, key) {
   switch (key) {
-    case 'ArrowDown': return row.nextElementSibling;
-    case 'ArrowUp': return row.previousElementSibling;
-    case 'Home': return row.parentElement.firstElementChild;
-    case 'End': return row.parentElement.lastElementChild;
-    default: return null;
+    case 'ArrowDown':
+      return row.nextElementSibling;
+    case 'ArrowUp':
+      return row.previousElementSibling;
+    case 'Home':
+      return row.parentElement.firstElementChild;
+    case 'End':
+      return row.parentElement.lastElementChild;
+    default:
+      return null;
   }
 }
 

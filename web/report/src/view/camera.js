@@ -53,8 +53,9 @@ export class Camera {
     const [x, y] = [this.right, this.up].map((axis) => range(points.map((p) => dot(p, axis))));
     const z = range(points.map((p) => dot(p, this.from)));
     const middle = [x, y, z].map(([low, high]) => (low + high) / 2);
-    const focus = [0, 1, 2].map((k) =>
-      this.right[k] * middle[0] + this.up[k] * middle[1] + this.from[k] * middle[2]);
+    const focus = [0, 1, 2].map(
+      (k) => this.right[k] * middle[0] + this.up[k] * middle[1] + this.from[k] * middle[2],
+    );
     const [width, height] = this.size();
     const half = Math.max((y[1] - y[0]) / 2, ((x[1] - x[0]) / 2) * (height / width));
     return { focus, half: clamp(room * half || 0.5, SMALLEST, LARGEST) };
@@ -75,8 +76,7 @@ export class Camera {
   move(right, down) {
     this.land();
     const step = this.pixel();
-    this.focus = this.focus.map((f, k) =>
-      f - (this.right[k] * right - this.up[k] * down) * step);
+    this.focus = this.focus.map((f, k) => f - (this.right[k] * right - this.up[k] * down) * step);
     this.changed();
   }
 
@@ -137,7 +137,10 @@ export class Camera {
 }
 
 function range(values) {
-  return values.reduce(([low, high], v) => [Math.min(low, v), Math.max(high, v)], [Infinity, -Infinity]);
+  return values.reduce(
+    ([low, high], v) => [Math.min(low, v), Math.max(high, v)],
+    [Infinity, -Infinity],
+  );
 }
 
 function clamp(value, low, high) {

@@ -27,8 +27,9 @@ export function polyData({ points, triangles, segments, attributes = {} }) {
   if (triangles) data.setPolys(cells(triangles, 3));
   if (segments) data.setLines(cells(segments, 2));
   for (const [name, { values, components }] of Object.entries(attributes)) {
-    data.getPointData().addArray(
-      vtkDataArray.newInstance({ name, values, numberOfComponents: components }));
+    data
+      .getPointData()
+      .addArray(vtkDataArray.newInstance({ name, values, numberOfComponents: components }));
   }
   return data;
 }
@@ -36,7 +37,10 @@ export function polyData({ points, triangles, segments, attributes = {} }) {
 // An actor whose uniforms come from the function `uniforms` at every drawing: numbers, or arrays of
 // 2, 3, 4 or, for colour maps, 51 numbers.
 export function drawable(data, shaders, uniforms) {
-  const names = data.getPointData().getArrays().map((array) => array.getName());
+  const names = data
+    .getPointData()
+    .getArrays()
+    .map((array) => array.getName());
   const mapper = vtkMapper.newInstance({
     scalarVisibility: false,
     customShaderAttributes: names,
@@ -46,10 +50,12 @@ export function drawable(data, shaders, uniforms) {
     VertexShaderCode: shaders.vertex,
     FragmentShaderCode: shaders.fragment,
   };
-  mapper.getViewSpecificProperties().ShadersCallbacks = [{
-    userData: null,
-    callback: (_, cellBuffer) => setAll(cellBuffer.getProgram(), uniforms()),
-  }];
+  mapper.getViewSpecificProperties().ShadersCallbacks = [
+    {
+      userData: null,
+      callback: (_, cellBuffer) => setAll(cellBuffer.getProgram(), uniforms()),
+    },
+  ];
   const actor = vtkActor.newInstance();
   actor.setMapper(mapper);
   return actor;

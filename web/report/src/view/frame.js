@@ -34,10 +34,12 @@ export function toScene(points, frame) {
 export function corners(frame) {
   const found = [];
   for (let i = 0; i < 8; i += 1) {
-    found.push([0, 1, 2].map((k) => {
-      const value = (i >> k) & 1 ? frame.high[k] : frame.low[k];
-      return (value - frame.middle[k]) / frame.size;
-    }));
+    found.push(
+      [0, 1, 2].map((k) => {
+        const value = (i >> k) & 1 ? frame.high[k] : frame.low[k];
+        return (value - frame.middle[k]) / frame.size;
+      }),
+    );
   }
   return found;
 }

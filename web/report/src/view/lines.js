@@ -13,14 +13,14 @@ const RADIUS = { weld: 3, meld: 2.2, chosen: 4.5 };
 const RIM = 1.4;
 const DASH = 16;
 
-// How far lines are lifted off the skin towards the eye: in radii, but never through a thin wall, in
-// diagonals of the part. Their rims lie a little lower.
+// How far lines are lifted off the skin towards the eye: in radii, but never through a thin wall,
+// in diagonals of the part. Their rims lie a little lower.
 const LIFT = 1.5;
 const LARGEST_LIFT = 0.008;
 const RIM_LIFT = 0.8;
 
-// Depth in the picture runs from -1 (near) to 1. In front: all of the depth pressed into the nearest
-// hundredth, so that lines still hide each other.
+// Depth in the picture runs from -1 (near) to 1. In front: all of the depth pressed into the
+// nearest hundredth, so that lines still hide each other.
 const ON_SKIN = [1, 0];
 const IN_FRONT = [0.01, -0.98];
 const FOREMOST = [0.005, -0.994];

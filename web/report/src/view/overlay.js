@@ -15,9 +15,16 @@ export function drawTriad(svg, camera) {
     y: -camera.up[axis] * ARM,
     depth: camera.from[axis],
   })).sort((a, b) => a.depth - b.depth);
-  svg.replaceChildren(...arms.map((arm) => svgElement('g', { class: `axis-${arm.name}` },
-    svgElement('line', { x1: 0, y1: 0, x2: arm.x, y2: arm.y }),
-    svgElement('text', { x: arm.x * 1.34, y: arm.y * 1.34, dy: '0.35em' }, arm.name))));
+  svg.replaceChildren(
+    ...arms.map((arm) =>
+      svgElement(
+        'g',
+        { class: `axis-${arm.name}` },
+        svgElement('line', { x1: 0, y1: 0, x2: arm.x, y2: arm.y }),
+        svgElement('text', { x: arm.x * 1.34, y: arm.y * 1.34, dy: '0.35em' }, arm.name),
+      ),
+    ),
+  );
 }
 
 // A length of 1, 2 or 5 times a power of ten that fits the picture.

@@ -1,5 +1,5 @@
-// Which line a click means: the one drawn nearest to it, within reach; of two at the same place, the
-// nearer one.
+// Which line a click means: the one drawn nearest to it, within reach; of two at the same place,
+// the nearer one.
 
 const REACH = 9;
 
@@ -31,8 +31,9 @@ function distance(at, points, camera) {
 function toSegment(at, a, b) {
   const along = [b[0] - a[0], b[1] - a[1]];
   const square = along[0] ** 2 + along[1] ** 2;
-  const share = square > 0
-    ? Math.min(Math.max(((at[0] - a[0]) * along[0] + (at[1] - a[1]) * along[1]) / square, 0), 1)
-    : 0;
+  const share =
+    square > 0
+      ? Math.min(Math.max(((at[0] - a[0]) * along[0] + (at[1] - a[1]) * along[1]) / square, 0), 1)
+      : 0;
   return Math.hypot(at[0] - a[0] - share * along[0], at[1] - a[1] - share * along[1]);
 }

@@ -32,11 +32,15 @@ export function attachPointer(host, camera, onClick) {
   };
   host.addEventListener('pointerup', release);
   host.addEventListener('pointercancel', release);
-  host.addEventListener('wheel', (event) => {
-    event.preventDefault();
-    const lines = event.deltaMode === WheelEvent.DOM_DELTA_LINE ? 30 : 1;
-    camera.zoom(Math.exp(-event.deltaY * lines * 0.0015), ...place(host, event));
-  }, { passive: false });
+  host.addEventListener(
+    'wheel',
+    (event) => {
+      event.preventDefault();
+      const lines = event.deltaMode === WheelEvent.DOM_DELTA_LINE ? 30 : 1;
+      camera.zoom(Math.exp(-event.deltaY * lines * 0.0015), ...place(host, event));
+    },
+    { passive: false },
+  );
 }
 
 // From the middle of the picture, in pixels, y downwards.

@@ -45,7 +45,11 @@ export class Scene {
     this.classes = { weld: [], meld: [] };
     this.chosen = [];
     this.classOf = data.lines.map((line) => line.class);
-    this.camera = new Camera(corners(this.frame), () => this.size(), () => this.draw());
+    this.camera = new Camera(
+      corners(this.frame),
+      () => this.size(),
+      () => this.draw(),
+    );
     this.fill(data, range);
     new ResizeObserver(() => this.resize()).observe(host);
   }
@@ -79,7 +83,8 @@ export class Scene {
 
   setTheme(colours) {
     this.state.theme = Object.fromEntries(
-      Object.entries(colours).map(([name, hex]) => [name, rgb(hex)]));
+      Object.entries(colours).map(([name, hex]) => [name, rgb(hex)]),
+    );
     this.renderer.setBackground(...this.state.theme.background);
     this.draw();
   }
@@ -111,9 +116,8 @@ export class Scene {
   // Highlights the line at this place of the list, or none.
   choose(place) {
     this.chosen.forEach((actor) => this.renderer.removeActor(actor));
-    this.chosen = place === null
-      ? []
-      : chosenActors(this.classOf[place], this.polylines[place], this.state);
+    this.chosen =
+      place === null ? [] : chosenActors(this.classOf[place], this.polylines[place], this.state);
     this.chosen.forEach((actor) => this.renderer.addActor(actor));
     this.draw();
   }
@@ -131,7 +135,8 @@ export class Scene {
   drawNow() {
     cancelAnimationFrame(this.waits);
     this.waits = 0;
-    if (!this.state.theme) return;
+    // A host without size is not shown, as on paper.
+    if (!this.state.theme || this.host.clientWidth === 0) return;
     const [width, height] = this.size();
     const dense = Math.min(window.devicePixelRatio || 1, 2);
     const wanted = [Math.round(width * dense), Math.round(height * dense)];

@@ -27,15 +27,17 @@ export function skinActors(skin, range, frame, state) {
     triangles: skin.triangles,
     attributes: { fill: { values: fillAttribute(skin.time, range), components: 2 } },
   });
-  const actors = [drawable(surface, { vertex, fragment }, () => ({
-    mapColours: state.timeColours,
-    now: state.now,
-    bands: state.bands,
-    cut: state.cut,
-    cutting: state.cutting ? 1 : 0,
-    waiting: state.theme.waiting,
-    never: state.theme.never,
-  }))];
+  const actors = [
+    drawable(surface, { vertex, fragment }, () => ({
+      mapColours: state.timeColours,
+      now: state.now,
+      bands: state.bands,
+      cut: state.cut,
+      cutting: state.cutting ? 1 : 0,
+      waiting: state.theme.waiting,
+      never: state.theme.never,
+    })),
+  ];
   if (skin.edges.length > 0) {
     const outline = polyData({ points, segments: skin.edges });
     const actor = drawable(outline, { vertex: edgeVertex, fragment: edgeFragment }, () => ({

@@ -1,5 +1,5 @@
-// Tubes round polylines. A vertex holds its point of the line and a unit vector outwards; the shader
-// moves it outwards by the radius. Rings are carried along the line without twist.
+// Tubes round polylines. A vertex holds its point of the line and a unit vector outwards; the
+// shader moves it outwards by the radius. Rings are carried along the line without twist.
 
 import { cross, dot, minus, mix, unit } from './vector.js';
 
@@ -61,7 +61,8 @@ function apart(points) {
   const kept = [];
   for (let i = 0; i < points.length / 3; i += 1) {
     const last = kept[kept.length - 1];
-    const same = kept.length > 0 && [0, 1, 2].every((k) => points[3 * i + k] === points[3 * last + k]);
+    const same =
+      kept.length > 0 && [0, 1, 2].every((k) => points[3 * i + k] === points[3 * last + k]);
     if (!same) kept.push(i);
   }
   return kept;
@@ -87,7 +88,12 @@ function addTube(mesh, { points, trace }, kept) {
 
 function addRing(mesh, centre, across, up, trace) {
   for (const [c, s] of CORNERS) {
-    addVertex(mesh, centre, across.map((a, k) => a * c + up[k] * s), trace);
+    addVertex(
+      mesh,
+      centre,
+      across.map((a, k) => a * c + up[k] * s),
+      trace,
+    );
   }
 }
 
@@ -105,10 +111,20 @@ function addDot(mesh, { points, trace }, number) {
   const values = [trace[2 * number], trace[2 * number + 1], 0];
   for (const axis of [0, 1, 2]) {
     for (const size of [1.8, -1.8]) {
-      addVertex(mesh, point(points, number), [0, 1, 2].map((k) => (k === axis ? size : 0)), values);
+      addVertex(
+        mesh,
+        point(points, number),
+        [0, 1, 2].map((k) => (k === axis ? size : 0)),
+        values,
+      );
     }
   }
-  for (const [a, b] of [[0, 2], [2, 1], [1, 3], [3, 0]]) {
+  for (const [a, b] of [
+    [0, 2],
+    [2, 1],
+    [1, 3],
+    [3, 0],
+  ]) {
     addTriangles(mesh, [first + a, first + b, first + 4, first + b, first + a, first + 5]);
   }
 }
