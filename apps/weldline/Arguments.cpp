@@ -272,9 +272,10 @@ Arguments parseArguments(int argc, char** argv) {
     } catch (const CLI::ParseError& error) {
         const auto commands = app.get_subcommands();
         if (commands.empty() && argc > 1)
-            throw UsageError(oneLine(argv[1]) +
-                             ": no command of the program; use analyze, info, report or settings, or see "
-                             "'weldline --help'");
+            throw UsageError(
+                oneLine(argv[1]) +
+                ": no command of the program; use analyze, info, report or settings, or see "
+                "'weldline --help'");
         const std::string name = commands.empty() ? "" : " " + commands.front()->get_name();
         throw UsageError(oneLine(error.what()) + "; see 'weldline" + name + " --help'");
     }

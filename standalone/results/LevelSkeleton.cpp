@@ -171,7 +171,8 @@ void straightenFront(const PointGraph& graph, double halfWidth, SkeletonCurve& c
     const auto count = static_cast<std::ptrdiff_t>(cut);
     curve.points.erase(curve.points.begin(), curve.points.begin() + count);
     curve.nodes.erase(curve.nodes.begin(), curve.nodes.begin() + count);
-    const Vec3 along = curve.points[0] - curve.points[std::min<std::size_t>(2, curve.points.size() - 1)];
+    const Vec3 along =
+        curve.points[0] - curve.points[std::min<std::size_t>(2, curve.points.size() - 1)];
     const double span = norm(along);
     if (span == 0.0) return;
     double reach = 0.0;
@@ -228,8 +229,7 @@ SkeletonCurve shortCurve(const PointGraph& graph) {
     std::vector<int> all(graph.places.size());
     std::iota(all.begin(), all.end(), 0);
     const Vec3 middle = meanPlace(graph, all);
-    const Vec3 axis =
-        mainAxis(graph.places, middle, graph.places[last] - graph.places[first]);
+    const Vec3 axis = mainAxis(graph.places, middle, graph.places[last] - graph.places[first]);
     double low = 0.0;
     double high = 0.0;
     for (const Vec3 place : graph.places) {

@@ -11,9 +11,9 @@ namespace weldline {
 struct Skin {
     std::vector<Vec3> points;
     std::vector<std::array<int, 3>> triangles;  // oriented outwards
-    std::vector<float> time;                    // per point: mean fill time of the reached cells that
-                                                // have it on a boundary face; -1 without any
-    std::vector<std::array<int, 2>> edges;      // where the skin bends by more than 30 degrees
+    std::vector<float> time;                // per point: mean fill time of the reached cells that
+                                            // have it on a boundary face; -1 without any
+    std::vector<std::array<int, 2>> edges;  // where the skin bends by more than 30 degrees
 };
 
 // The boundary faces of a mesh; polygons are split into triangles at their first corner. `fillTime`

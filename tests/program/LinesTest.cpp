@@ -95,8 +95,9 @@ TEST_F(Lines, csv_has_one_line_each) {
     std::getline(lines, head);
     std::getline(lines, row);
     EXPECT_TRUE(head.starts_with("id,class,nodes,length,branch_length,skin_length,"));
-    EXPECT_TRUE(head.ends_with("patch,patch_distance,Temperature_smallest,Temperature_mean,"
-                               "Temperature_largest"));
+    EXPECT_TRUE(
+        head.ends_with("patch,patch_distance,Temperature_smallest,Temperature_mean,"
+                       "Temperature_largest"));
     EXPECT_TRUE(row.starts_with("1,weld,9,0."));
     EXPECT_EQ(std::count(head.begin(), head.end(), ','), std::count(row.begin(), row.end(), ','));
     EXPECT_FALSE(std::getline(lines, more));

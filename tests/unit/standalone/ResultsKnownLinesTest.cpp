@@ -36,9 +36,9 @@ struct Plate {
             fillTime.push_back(static_cast<float>(1.0 + time(centre)));
         TemporaryFolder folder;
         HostOptions options;
-        options.controlFile =
-            folder.write("run.cmp", "[WeldLinePlotCtrl]\nWeldlingAngleMethod = 4\n"
-                                    "nSmooth_afterGrad = 0\n[/WeldLinePlotCtrl]\n");
+        options.controlFile = folder.write("run.cmp",
+                                           "[WeldLinePlotCtrl]\nWeldlingAngleMethod = 4\n"
+                                           "nSmooth_afterGrad = 0\n[/WeldLinePlotCtrl]\n");
         HostModel model(mesh, boxGroups(mesh, "WWWWWW"), fillTime, options);
         const std::vector<double> angles = runWeldLine(model);
         lines = findWeldLines(mesh, angles, fillTime, 135.0);
@@ -116,12 +116,11 @@ TEST(KnownLines, oblique_fronts) {
     expectWithinACell(plate, fronts);
 }
 
-// Three fronts 120 degrees apart meet in (30, 28) of a plate of 60 x 60: one line goes down, 28 long,
-// two go up to the sides at 30 degrees, 30 / cos(30) = 34.64 long.
+// Three fronts 120 degrees apart meet in (30, 28) of a plate of 60 x 60: one line goes down, 28
+// long, two go up to the sides at 30 degrees, 30 / cos(30) = 34.64 long.
 TEST(KnownLines, three_fronts_meet_in_a_point) {
     const Vec3 point{30, 28, 0};
-    const std::vector<Front> fronts{
-        {along(270), point}, {along(30), point}, {along(150), point}};
+    const std::vector<Front> fronts{{along(270), point}, {along(30), point}, {along(150), point}};
     const Plate plate(60, 60, firstOf(fronts));
     ASSERT_GE(plate.shapes.size(), 1U);
     const LineShape& shape = plate.shapes[0];

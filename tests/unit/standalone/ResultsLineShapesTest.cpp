@@ -60,8 +60,8 @@ Found find(const Joined& joined) {
     Ranks& ranks = joined.rankPart.ranks;
     found.lines =
         findWeldLines(joined.rankPart, joined.mesh, streams.angles, streams.fillTime, 180.0);
-    found.cut = cutOutLines(joined.rankPart, joined.mesh, found.lines, streams.angles,
-                            streams.directions);
+    found.cut =
+        cutOutLines(joined.rankPart, joined.mesh, found.lines, streams.angles, streams.directions);
     found.shapes = shapesOf(found.cut);
     addShapes(ranks, found.shapes, kWeldLimit, found.lines);
     const BoundaryGroups groups =
