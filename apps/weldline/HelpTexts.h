@@ -50,8 +50,8 @@ inline constexpr const char* analyzeFooter =
     "pieces of the result before. -o RESULT.vtu writes one file; of several processes\n"
     "the first then needs memory for the whole.\n"
     "\n"
-    "A rule compares angle (smallest), mean (angle), length, nodes, first, last (time)\n"
-    "or class (weld, meld) of a line by <, <=, >, >= or =, joined by & and |.\n"
+    "A rule compares angle (smallest), mean (angle), length, nodes, first, last\n"
+    "(time) or class (weld, meld) of a line by <, <=, >, >= or =, joined by & and |.\n"
     "\n"
     "Exit codes: 0 done, 1 failed while running (disk full, out of memory, ...),\n"
     "2 wrong usage, 3 unusable input, 10 a weld line fulfils the rule of --fail-on.\n";

@@ -1,5 +1,6 @@
 #include "ReportData.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>
@@ -159,9 +160,7 @@ Json settingsJson(const Json& run, const LineOptions& options) {
     };
     if (run.contains("field")) add("fill time", run["field"]);
     const Json settings = run.value("settings", Json::object());
-    constexpr std::array ofLines{"limit", "weldLimit", "minLength", "minNodes", "failOn"};
-    for (const auto& [name, value] : settings.items())
-        if (std::find(ofLines.begin(), ofLines.end(), name) == ofLines.end()) add(name, value);
+    for (const auto& [name, value] : settings.items()) add(name, value);
     add("limit", options.limit);
     add("weldLimit", options.weldLimit);
     add("minLength", options.filter.minLength);
@@ -204,15 +203,22 @@ Json droppedJson(const FoundLines& found, const LineOptions& options) {
     return {{"lines", found.dropped.lines}, {"nodes", found.dropped.nodes}, {"reason", reason}};
 }
 
+Json remarksJson(const ResultModel& model) {
+    Json remarks = Json::array();
+    const auto cells = std::count(model.fillTime.begin(), model.fillTime.end(), 0.0F);
+    if (cells > 0)
+        remarks.push_back(std::to_string(cells) + (cells == 1 ? " cell is" : " cells are") +
+                          " not reached by the melt; no weld line is found between them");
+    if (model.found.lines.undefinedNodes > 0)
+        remarks.push_back(std::to_string(model.found.lines.undefinedNodes) +
+                          " nodes have no defined angle and belong to no weld line");
+    return remarks;
+}
+
 // What the result tells of its run; anybody may have changed the file.
 Json runOf(const ResultNotes& notes) {
     const Json run = Json::parse(notes.run, nullptr, false);
     return run.is_object() ? run : Json::object();
-}
-
-Json listOr(const Json& run, const char* name) {
-    const Json list = run.value(name, Json::array());
-    return list.is_array() ? list : Json::array();
 }
 
 std::string withoutTags(const std::string& json) {
@@ -246,7 +252,7 @@ std::string reportData(const ResultModel& model, const LineOptions& options,
                         {"histogram", histogramJson(model)},
                         {"settings", settingsJson(run, options)},
                         {"mesh", meshJson(model)},
-                        {"remarks", listOr(run, "remarks")}};
+                        {"remarks", remarksJson(model)}};
     return withoutTags(document.dump(-1, ' ', false, Json::error_handler_t::replace));
 }
 

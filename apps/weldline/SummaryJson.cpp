@@ -139,14 +139,17 @@ std::string dumped(const Json& json) {
 }  // namespace
 
 std::string runJson(const Summary& s) {
+    Json settings = settingsJson(s);
+    for (const char* name :
+         {"controlFile", "limit", "weldLimit", "minLength", "minNodes", "failOn"})
+        settings.erase(name);
     return dumped(Json{{"schema", "weldline-run/1"},
                        {"program", programJson()},
                        {"input", std::filesystem::path(s.input).filename().string()},
                        {"field", s.field},
                        {"time", s.time ? number(*s.time) : Json()},
                        {"mesh", meshJson(s)},
-                       {"settings", settingsJson(s)},
-                       {"remarks", s.remarks}});
+                       {"settings", settings}});
 }
 
 std::string summaryJson(const Summary& s) {
