@@ -86,9 +86,17 @@ Json skinJson(const ResultModel& model, Vec3 origin) {
             {"edges", packed(skin.edges)}};
 }
 
+// Whether a line runs along the skin, rather than ending there or staying inside.
+bool runsAlongSkin(const LineShape& shape) {
+    return shape.skinLength >= shape.length;
+}
+
+// The curves on the skin, and those through the part where the skin shows too little of the line.
 Json curvesJson(const LineShape& shape, Vec3 origin) {
     Json curves = Json::array();
-    for (const LineCurve& curve : shape.skin) {
+    std::vector<LineCurve> all = shape.skin;
+    if (!runsAlongSkin(shape)) all.insert(all.end(), shape.path.begin(), shape.path.end());
+    for (const LineCurve& curve : all) {
         LineCurve drawn = curve;
         if (curve.isClosed) {
             drawn.points.push_back(curve.points.front());
@@ -133,6 +141,15 @@ Json linesJson(const FoundLines& found, Vec3 origin) {
     for (const WeldLine& line : found.lines.lines)
         lines.push_back(lineJson(line, *shapeOf.at(line.id), origin));
     return lines;
+}
+
+bool staysInside(const FoundLines& found) {
+    return std::any_of(found.shapes.begin(), found.shapes.end(), [&](const LineShape& shape) {
+        const auto& lines = found.lines.lines;
+        return !runsAlongSkin(shape) &&
+               std::any_of(lines.begin(), lines.end(),
+                           [&](const auto& line) { return line.id == shape.id; });
+    });
 }
 
 Json histogramJson(const ResultModel& model) {
@@ -248,6 +265,7 @@ std::string reportData(const ResultModel& model, const LineOptions& options,
                         {"weldLimit", options.weldLimit},
                         {"skin", skinJson(model, origin)},
                         {"lines", linesJson(model.found, origin)},
+                        {"linesThroughPart", staysInside(model.found)},
                         {"dropped", droppedJson(model.found, options)},
                         {"histogram", histogramJson(model)},
                         {"settings", settingsJson(run, options)},

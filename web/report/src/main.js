@@ -111,6 +111,7 @@ function connectPicture(data, view, fill, selection, watch) {
     origin: data.skin.origin,
     unit: data.units.length,
     counts: { weld: count('weld'), meld: count('meld') },
+    through: data.linesThroughPart === true,
     on: {
       bands: (bands) => {
         view.set({ bands });

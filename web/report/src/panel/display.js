@@ -17,10 +17,11 @@ const CUTS = [
 ];
 const CUT_STEPS = 200;
 
-// frame and origin: where the part is; counts: { weld, meld }; on: what happens at a change.
-export function makeDisplay(host, { frame, origin, unit, counts, on }) {
+// frame and origin: where the part is; counts: { weld, meld }; through: whether lines show through
+// the part at first; on: what happens at a change.
+export function makeDisplay(host, { frame, origin, unit, counts, through: isThrough, on }) {
   const bands = choice('Colours', BANDS, (value) => on.bands(Number(value)));
-  const through = tick('Show lines through the part', false, on.showThrough);
+  const through = tick('Show lines through the part', isThrough, on.showThrough);
   const kinds = ['weld', 'meld'].map((name) =>
     tick(`${SYMBOLS[name]} ${name} lines (${counts[name]})`, true, (shown) => on.kind(name, shown)),
   );

@@ -33,7 +33,7 @@ export class Scene {
       bands: 0,
       cut: UNCUT,
       cutting: false,
-      showThrough: false,
+      showThrough: data.linesThroughPart === true,
       pixel: 1,
       toEye: [0, 0, 1],
       theme: null,
