@@ -15,33 +15,44 @@ struct PartResult {
     ResultFields fields;
 };
 
-// In the turn of each rank; rank 0 keeps its own.
+Bytes pack(const PartResult& result) {
+    Packer packer;
+    packer.put(packMeshPart(result.part));
+    packer.put(result.fields.meetingAngle).put(result.fields.weldLine);
+    packer.put(result.fields.fillTime).put(result.fields.flowDirection);
+    return packer.take();
+}
+
+PartResult unpack(const Bytes& message) {
+    Unpacker unpacker(message);
+    PartResult result;
+    result.part = unpackMeshPart(unpacker.get<Bytes>());
+    unpacker.get(result.fields.meetingAngle);
+    unpacker.get(result.fields.weldLine);
+    unpacker.get(result.fields.fillTime);
+    unpacker.get(result.fields.flowDirection);
+    return result;
+}
+
+// Rank 0 keeps its own and gets that of the others in their turn.
 std::vector<PartResult> collect(Ranks& ranks, PartResult own) {
+    Bytes message = ranks.rank() == 0 ? Bytes{} : pack(own);
     std::vector<PartResult> all;
-    for (int turn = 0; turn < ranks.size(); ++turn) {
+    if (ranks.rank() == 0) {
+        all.push_back(std::move(own));
+    } else {
+        own = {};
+    }
+    for (int turn = 1; turn < ranks.size(); ++turn) {
         std::vector<Bytes> messages(static_cast<std::size_t>(ranks.size()));
-        if (turn == ranks.rank() && turn != 0) {
-            Packer packer;
-            packer.put(packMeshPart(own.part));
-            packer.put(own.fields.meetingAngle).put(own.fields.weldLine);
-            packer.put(own.fields.fillTime).put(own.fields.flowDirection);
-            messages.front() = packer.take();
+        if (turn == ranks.rank()) {
+            messages.front() = std::move(message);
+            message = {};
         }
         messages = ranks.exchange(std::move(messages));
-        if (ranks.rank() != 0) {
-            continue;
+        if (ranks.rank() == 0) {
+            all.push_back(unpack(messages[static_cast<std::size_t>(turn)]));
         }
-        if (turn == 0) {
-            all.push_back(std::move(own));
-            continue;
-        }
-        Unpacker unpacker(messages[static_cast<std::size_t>(turn)]);
-        PartResult& result = all.emplace_back();
-        result.part = unpackMeshPart(unpacker.get<Bytes>());
-        unpacker.get(result.fields.meetingAngle);
-        unpacker.get(result.fields.weldLine);
-        unpacker.get(result.fields.fillTime);
-        unpacker.get(result.fields.flowDirection);
     }
     return all;
 }
