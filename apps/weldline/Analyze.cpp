@@ -194,7 +194,9 @@ Summary run(Ranks& ranks, const AnalyzeOptions& options, Progress& progress) {
     // 7. Write.
     progress.step("writing");
     ResultFields fields = resultFields(input, angles, summary.weldLines, std::move(directions));
-    if (ranks.rank() == 0) fields.notes = {std::move(patches), runJson(summary)};
+    agreeOnFailure(ranks, [&] {
+        if (ranks.rank() == 0) fields.notes = {std::move(patches), runJson(summary)};
+    });
     writeOutputs(ranks, summary, found, control, *folder, std::move(own), std::move(fields));
     return summary;
 }
