@@ -2,8 +2,9 @@
 """measure.py --forms PROGRAM --program WELDLINE CASE...
 
 Runs filling results from every form of input on 1, 2, 3, 4 and 8 processes, compares each result with
-that of one process on the case itself, node by node, and prints a table. Ends with 1 where a weld
-node was lost or gained, or an angle moved by more than 2e-6 degrees.
+that of one process on the same form, node by node, and prints a table. Ends with 1 where a weld node
+was lost or gained, or an angle moved by more than 2e-6 degrees. Not all forms name their patches, so
+that one form need not give the angles of another.
 """
 
 import argparse
@@ -73,9 +74,9 @@ def main():
         with tempfile.TemporaryDirectory(prefix="weldline-agreement-") as name:
             folder = pathlib.Path(name)
             subprocess.run([options.forms, case, folder, str(PIECES)], check=True)
-            reference = run(options.program, 0, case, folder)
-            nodes = int((reference[1] < 180.0).sum())
             for form in FORMS:
+                reference = run(options.program, 0, folder / form, folder)
+                nodes = int((reference[1] < 180.0).sum())
                 found = [compare(reference, run(options.program, ranks, folder / form, folder))
                          for ranks in RANKS]
                 lost, gained = max(f[0] for f in found), max(f[1] for f in found)

@@ -15,7 +15,10 @@ namespace {
 
 void writeForms(const std::string& file, const std::filesystem::path& folder, int pieces) {
     weldline::OneRank alone;
-    const weldline::MeshPart whole = weldline::readPart(alone, file, {}).part;
+    weldline::MeshPart whole = weldline::readPart(alone, file, {}).part;
+    // The forms have a patch "walls" of their own, for faces in no patch.
+    for (weldline::Patch& patch : whole.patches)
+        if (patch.name == "walls") patch.name = "sides";
     const std::vector<int> partOfCell = weldline::cutMesh(whole.mesh, pieces);
     std::filesystem::create_directories(folder);
     weldline::test::InputForms(folder, whole, partOfCell, pieces).all();

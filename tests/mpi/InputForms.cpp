@@ -16,15 +16,21 @@ namespace {
 
 namespace fs = std::filesystem;
 
-std::string number(double value) {
+template <class Value>
+std::string number(Value value) {
     std::array<char, 32> text{};
     return {text.data(), std::to_chars(text.data(), text.data() + text.size(), value).ptr};
+}
+
+// Numbers of the VTK file format: triangle, quad, polygon.
+int surfaceType(std::size_t corners) {
+    return corners == 3 ? 5 : corners == 4 ? 9 : 7;
 }
 
 template <class Values>
 std::string joined(const Values& values) {
     std::string text;
-    for (const auto value : values) text += number(static_cast<double>(value)) + " ";
+    for (const auto value : values) text += number(value) + " ";
     return text;
 }
 
@@ -55,7 +61,7 @@ struct GridWriter {
         times.push_back(time);
         patches.push_back(patch);
         ghosts.push_back(ghost);
-        faceOffsets.push_back(-1.0);
+        faceOffsets.push_back(-1);
     }
 
     void cellOf(const MeshPart& part, int c, int ghost) {
@@ -71,11 +77,11 @@ struct GridWriter {
             faces.push_back(static_cast<int>(mesh.polygons[polygon].size()));
             faces.insert(faces.end(), mesh.polygons[polygon].begin(), mesh.polygons[polygon].end());
         }
-        faceOffsets.back() = static_cast<double>(faces.size());
+        faceOffsets.back() = static_cast<long long>(faces.size());
     }
 
     void surface(std::span<const int> nodes, int patch) {
-        cell(nodes.size() == 3 ? 5 : 9, nodes, 0.0, patch);
+        cell(surfaceType(nodes.size()), nodes, 0.0, patch);
     }
 
     std::string text(bool withGhosts = false) const {
@@ -100,7 +106,8 @@ struct GridWriter {
     std::string coordinates;
     std::vector<int> connectivity, types, patches, ghosts, faces;
     std::vector<std::size_t> offsets;
-    std::vector<double> times, faceOffsets;
+    std::vector<double> times;
+    std::vector<long long> faceOffsets;
 };
 
 GridWriter cellsOf(const MeshPart& part) {
