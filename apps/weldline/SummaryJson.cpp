@@ -1,34 +1,16 @@
 #include "SummaryJson.h"
 
 #include <array>
-#include <cmath>
 #include <filesystem>
-#include <nlohmann/json.hpp>
+
+#include "JsonParts.h"
 
 namespace weldline {
 
 namespace {
 
-using Json = nlohmann::ordered_json;  // keys in the order in which a reader expects them
-
-Json number(double value) {
-    return std::isfinite(value) ? Json(value) : Json();
-}
-
-Json vector(Vec3 v) {
-    return Json::array({number(v.x), number(v.y), number(v.z)});
-}
-
 Json box(Vec3 low, Vec3 high) {
     return {{"low", vector(low)}, {"high", vector(high)}};
-}
-
-Json textOrNull(const std::string& text) {
-    return text.empty() ? Json() : Json(text);
-}
-
-Json programJson() {
-    return {{"name", "weldline"}, {"version", WELDLINE_VERSION}};
 }
 
 Json patchesJson(const std::vector<BoundaryGroups::PatchSummary>& patches) {
@@ -129,11 +111,6 @@ Json outputsJson(const Outputs& outputs) {
     return {{"result", textOrNull(outputs.result)},   {"json", textOrNull(outputs.json)},
             {"control", textOrNull(outputs.control)}, {"trace", textOrNull(outputs.trace)},
             {"lines", textOrNull(outputs.lines)},     {"csv", textOrNull(outputs.csv)}};
-}
-
-// File names need not be valid UTF-8, JSON must be: other bytes are shown by a replacement sign.
-std::string dumped(const Json& json) {
-    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
 }
 
 }  // namespace
