@@ -50,6 +50,14 @@ struct InfoOptions {
     GroupPatterns patterns;
 };
 
+struct CompareOptions {
+    std::string first;  // results of analyze
+    std::string second;
+    std::string json;
+    std::optional<double> tolerance;  // missing: follows from the meshes
+    LineOptions lines;
+};
+
 struct ReportOptions {
     std::string input;   // a result of analyze
     std::string output;  // .html
@@ -63,10 +71,11 @@ struct SettingsOptions {
 };
 
 struct Arguments {
-    enum class Command { ShowText, Analyze, Info, Report, Settings };
+    enum class Command { ShowText, Analyze, Compare, Info, Report, Settings };
     Command command = Command::ShowText;
     std::string text;  // help or version, for ShowText
     AnalyzeOptions analyze;
+    CompareOptions compare;
     InfoOptions info;
     ReportOptions report;
     SettingsOptions settings;

@@ -5,6 +5,7 @@
 
 #include "Analyze.h"
 #include "Arguments.h"
+#include "Compare.h"
 #include "Console.h"
 #include "Exhaustion.h"
 #include "ExitCode.h"
@@ -26,6 +27,7 @@ ExitCode runCommand(Ranks& ranks, const Arguments& arguments) {
     agreeOnFailure(ranks, [&] {
         if (ranks.rank() != 0) return;
         if (arguments.command == Arguments::Command::ShowText) writeStandardOutput(arguments.text);
+        if (arguments.command == Arguments::Command::Compare) compareResults(arguments.compare);
         if (arguments.command == Arguments::Command::Info) showInfo(arguments.info);
         if (arguments.command == Arguments::Command::Report) writeReport(arguments.report);
         if (arguments.command == Arguments::Command::Settings) showSettings(arguments.settings);
@@ -35,7 +37,8 @@ ExitCode runCommand(Ranks& ranks, const Arguments& arguments) {
 
 // The data set that the command works on, for messages; empty: none.
 std::string inputOf(const Arguments& arguments) {
-    for (const std::string& input : {arguments.analyze.input, arguments.info.input})
+    for (const std::string& input :
+         {arguments.analyze.input, arguments.compare.first, arguments.info.input})
         if (!input.empty()) return input;
     return arguments.report.input;
 }
