@@ -6,6 +6,7 @@
 #include <map>
 
 #include "CompareArguments.h"
+#include "ExplainArguments.h"
 #include "HelpTexts.h"
 #include "LineArguments.h"
 #include "base/Errors.h"
@@ -188,6 +189,7 @@ void addAnalyze(CLI::App& app, AnalyzeOptions& o) {
     addPatterns(*command, o.patterns);
     addSettings(*command, o);
     addRunOptions(*command, o);
+    addReasons(*command, o.reasons);
     addLineOptions(*command, o.lineOptions);
     addLineOutputs(*command, o);
     command->footer(analyzeFooter);
@@ -261,6 +263,7 @@ Arguments parseArguments(int argc, char** argv) {
     app.formatter(std::make_shared<HelpFormatter>());
     addAnalyze(app, result.analyze);
     addCompare(app, result.compare);
+    addExplain(app, result.explain);
     addInfo(app, result.info);
     addReport(app, result.report);
     addSettingsCommand(app, result.settings);
@@ -279,10 +282,12 @@ Arguments parseArguments(int argc, char** argv) {
         throw UsageError(oneLine(error.what()) + "; see 'weldline" + name + " --help'");
     }
     checkValues(app, result);
-    for (std::string* json : {&result.analyze.json, &result.compare.json, &result.info.json})
+    for (std::string* json :
+         {&result.analyze.json, &result.compare.json, &result.explain.json, &result.info.json})
         nameStandardOutput(*json);
     if (app.got_subcommand("analyze")) result.command = Arguments::Command::Analyze;
     if (app.got_subcommand("compare")) result.command = Arguments::Command::Compare;
+    if (app.got_subcommand("explain")) result.command = Arguments::Command::Explain;
     if (app.got_subcommand("info")) result.command = Arguments::Command::Info;
     if (app.got_subcommand("report")) result.command = Arguments::Command::Report;
     if (app.got_subcommand("settings")) result.command = Arguments::Command::Settings;

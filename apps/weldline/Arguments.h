@@ -39,6 +39,7 @@ struct AnalyzeOptions {
     int meshFileType = 0;
     ZeroFillTime zeroTime = ZeroFillTime::Automatic;
     LineOptions lineOptions;
+    bool reasons = false;            // the result tells why nodes have no smaller angle
     std::vector<std::string> carry;  // cell or point arrays whose values the lines get
     std::string failOn;              // rule on lines that makes the run fail; empty: none
 };
@@ -58,6 +59,13 @@ struct CompareOptions {
     LineOptions lines;
 };
 
+struct ExplainOptions {
+    std::string input;              // a result of analyze
+    std::optional<long long> node;  // 0-based
+    std::optional<Vec3> place;      // where no node is given: the nearest node
+    std::string json;
+};
+
 struct ReportOptions {
     std::string input;   // a result of analyze
     std::string output;  // .html
@@ -71,11 +79,12 @@ struct SettingsOptions {
 };
 
 struct Arguments {
-    enum class Command { ShowText, Analyze, Compare, Info, Report, Settings };
+    enum class Command { ShowText, Analyze, Compare, Explain, Info, Report, Settings };
     Command command = Command::ShowText;
     std::string text;  // help or version, for ShowText
     AnalyzeOptions analyze;
     CompareOptions compare;
+    ExplainOptions explain;
     InfoOptions info;
     ReportOptions report;
     SettingsOptions settings;

@@ -4,6 +4,7 @@
 #include <filesystem>
 
 #include "JsonParts.h"
+#include "RunNotes.h"
 
 namespace weldline {
 
@@ -126,7 +127,10 @@ std::string runJson(const Summary& s) {
                        {"field", s.field},
                        {"time", s.time ? number(*s.time) : Json()},
                        {"mesh", meshJson(s)},
-                       {"settings", settings}});
+                       {"settings", settings},
+                       {"zeroTime", nameOf(s.zeroTime)},
+                       {"biField", textOrNull(s.biField)},
+                       {"cellState", textOrNull(s.cellState)}});
 }
 
 std::string summaryJson(const Summary& s) {
