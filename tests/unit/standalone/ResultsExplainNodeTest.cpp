@@ -34,7 +34,7 @@ struct Moulding {
     Settings settings;
 
     Moulding(const Case& test, unsigned seed) {
-        const MeshPart part = wholePart(gridMesh(7, 4, 3, 0.2, seed));
+        const MeshPart part = wholePart(gridMesh(9, 5, 4, 0.2, seed));
         fv = buildFvMesh(part.mesh);
         groups = groupBoundaryFaces(fv, part.patches, {});
         fillTime = meetingStreams(part.mesh);
@@ -91,6 +91,7 @@ class Explained : public testing::TestWithParam<Case> {};
 }  // namespace
 
 TEST_P(Explained, pairs_give_the_angles_of_the_library) {
+    int meeting = 0;
     for (const unsigned seed : {1U, 2U, 3U}) {
         SCOPED_TRACE(seed);
         const Moulding part(GetParam(), seed);
@@ -100,7 +101,6 @@ TEST_P(Explained, pairs_give_the_angles_of_the_library) {
         for (const NodeExplanation& e : nodes) pairAngles.push_back(e.pairAngle);
         const std::vector<double> expected =
             truncated(part.fv, pairAngles, part.settings.truncateAngle);
-        int meeting = 0;
         for (std::size_t n = 0; n < angles.size(); ++n) {
             ASSERT_EQ(std::bit_cast<std::uint64_t>(expected[n]),
                       std::bit_cast<std::uint64_t>(angles[n]))
@@ -111,8 +111,8 @@ TEST_P(Explained, pairs_give_the_angles_of_the_library) {
             ASSERT_EQ(nodes[n].verdict == NodeVerdict::Kept, angles[n] != 180.0);
             meeting += angles[n] < 180.0 ? 1 : 0;
         }
-        EXPECT_GT(meeting, 10);
     }
+    EXPECT_GT(meeting, 10);
 }
 
 TEST_P(Explained, exactly_one_pair_is_kept_where_streams_meet) {
@@ -145,7 +145,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Case{"WeldlingAngleMethod = 1\nTruncateAngle = 1\n", 1.0, 2},
                     Case{"WeldlingAngleMethod = 2\n"},
                     Case{"WeldlingAngleMethod = 2\nnGrad = 1\nVolumeFilter = 0.8\n", 1.0, 2},
-                    Case{"WeldlingAngleMethod = 2\nGradValueFilterPara = 9000\n"}));
+                    Case{"WeldlingAngleMethod = 2\nGradValueFilterPara = 3000\n"}));
 
 // All pieces of the tests take part in the comparison above.
 TEST(Explanation, every_test_refuses_somewhere) {
