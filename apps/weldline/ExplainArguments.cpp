@@ -12,6 +12,10 @@ namespace weldline {
 
 namespace {
 
+std::string nodeProblem(const std::string& text) {
+    return text.starts_with('-') ? "'" + text + "' is no node; they count from 0" : std::string{};
+}
+
 // "X,Y,Z" with or without blanks.
 std::optional<Vec3> placeOf(const std::string& text) {
     std::array<double, 3> x{};
@@ -43,7 +47,7 @@ void addExplain(CLI::App& app, ExplainOptions& o) {
         ->required();
     auto* node = command->add_option("--node", o.node, "The node, counted from 0")
                      ->type_name("N")
-                     ->check(CLI::NonNegativeNumber.description(""));
+                     ->check(nodeProblem);
     auto* place = command
                       ->add_option_function<std::string>(
                           "--at",
