@@ -8,6 +8,7 @@
 #include "LineCsv.h"
 #include "Outputs.h"
 #include "Progress.h"
+#include "Reasons.h"
 #include "RunControl.h"
 #include "RunInput.h"
 #include "Summary.h"
@@ -59,6 +60,7 @@ Summary startSummary(const AnalyzeOptions& options, const RunControl& control,
     summary.failOn = options.failOn;
     summary.biField = options.biField;
     summary.cellState = options.cellState;
+    summary.zeroTime = options.zeroTime;
     summary.outputs = outputs;
     summary.remarks = control.remarks;
     return summary;
@@ -81,6 +83,7 @@ ResultFields resultFields(const RunInput& input, const std::vector<double>& angl
             lines.nodeLine,
             std::vector<float>(raw.begin(), raw.end()),
             std::move(directions),
+            {},
             {}};
 }
 
@@ -96,17 +99,19 @@ void checkControlText(const std::string& file, const std::string& text) {
 
 // The library goes on with its own settings when it cannot read these, and says so nowhere but on
 // standard output.
-std::vector<double> calculate(const RankPart& part, HostModel& model, const RunControl& control,
-                              const TemporaryFolder& folder, const StandardOutputAside& aside) {
+RecordedRun calculate(const RankPart& part, HostModel& model, const RunControl& control,
+                      const TemporaryFolder& folder, const StandardOutputAside& aside,
+                      bool isRecorded) {
     agreeOnFailure(part.ranks, [&] { checkControlText(folder.controlFile(), control.text); });
-    std::vector<double> angles = runWeldLine(model, part);
+    RecordedRun run =
+        isRecorded ? recordWeldLine(model) : RecordedRun{runWeldLine(model, part), {}};
     agreeOnFailure(part.ranks, [&] {
         checkControlText(folder.controlFile(), control.text);
         if (aside.text().find("Fail to open") != std::string::npos)
             failOnTemporary(folder.controlFile(),
                             "the library could not read the settings of the run");
     });
-    return angles;
+    return run;
 }
 
 std::string standardOutputOf(const Summary& summary) {
@@ -180,20 +185,22 @@ Summary run(Ranks& ranks, const AnalyzeOptions& options, Progress& progress) {
     // 5. Calculate.
     progress.step("calculating the meeting angles of " + std::to_string(input.data.nodes) +
                   " nodes");
-    const std::vector<double> angles = calculate(part, model, control, *folder, *aside);
+    const RecordedRun run = calculate(part, model, control, *folder, *aside, options.reasons);
 
     // 6. Results.
     progress.step("collecting the weld lines");
     std::vector<Vec3> directions = flowDirections(mesh, fill.merged, across);
     PatchPlaces patches = findPatchPlaces(ranks, mesh, own.patches, groups);
-    FoundLines found = findLines(
-        part, {mesh, patches, fill.merged, directions, angles, input.carried}, options.lineOptions);
+    FoundLines found =
+        findLines(part, {mesh, patches, fill.merged, directions, run.angles, input.carried},
+                  options.lineOptions);
     describeLines(summary, found);
     append(summary.remarks, resultRemarks(summary));
 
     // 7. Write.
     progress.step("writing");
-    ResultFields fields = resultFields(input, angles, summary.weldLines, std::move(directions));
+    ResultFields fields = resultFields(input, run.angles, summary.weldLines, std::move(directions));
+    fields.refusalReason = reasonsOf(options, control, mesh, fill.merged, input.cellState, run);
     agreeOnFailure(ranks, [&] {
         if (ranks.rank() == 0) fields.notes = {std::move(patches), runJson(summary)};
     });

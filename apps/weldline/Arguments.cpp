@@ -5,6 +5,8 @@
 #include <cmath>
 #include <map>
 
+#include "CompareArguments.h"
+#include "ExplainArguments.h"
 #include "HelpTexts.h"
 #include "LineArguments.h"
 #include "base/Errors.h"
@@ -187,6 +189,7 @@ void addAnalyze(CLI::App& app, AnalyzeOptions& o) {
     addPatterns(*command, o.patterns);
     addSettings(*command, o);
     addRunOptions(*command, o);
+    addReasons(*command, o.reasons);
     addLineOptions(*command, o.lineOptions);
     addLineOutputs(*command, o);
     command->footer(analyzeFooter);
@@ -231,6 +234,7 @@ std::string oneLine(std::string text) {
 void checkValues(const CLI::App& app, const Arguments& arguments) {
     checkLineOptions(arguments.analyze.lineOptions);
     checkLineOptions(arguments.report.lines);
+    checkCompare(arguments.compare);
     checkRule(arguments.analyze.failOn);
     for (const auto* command : app.get_subcommands())
         for (const auto* option : command->get_options())
@@ -258,6 +262,8 @@ Arguments parseArguments(int argc, char** argv) {
     app.footer(programFooter);
     app.formatter(std::make_shared<HelpFormatter>());
     addAnalyze(app, result.analyze);
+    addCompare(app, result.compare);
+    addExplain(app, result.explain);
     addInfo(app, result.info);
     addReport(app, result.report);
     addSettingsCommand(app, result.settings);
@@ -271,18 +277,17 @@ Arguments parseArguments(int argc, char** argv) {
         return result;
     } catch (const CLI::ParseError& error) {
         const auto commands = app.get_subcommands();
-        if (commands.empty() && argc > 1)
-            throw UsageError(
-                oneLine(argv[1]) +
-                ": no command of the program; use analyze, info, report or settings, or see "
-                "'weldline --help'");
+        if (commands.empty() && argc > 1) throw UsageError(oneLine(argv[1]) + noSuchCommand);
         const std::string name = commands.empty() ? "" : " " + commands.front()->get_name();
         throw UsageError(oneLine(error.what()) + "; see 'weldline" + name + " --help'");
     }
     checkValues(app, result);
-    nameStandardOutput(result.analyze.json);
-    nameStandardOutput(result.info.json);
+    for (std::string* json :
+         {&result.analyze.json, &result.compare.json, &result.explain.json, &result.info.json})
+        nameStandardOutput(*json);
     if (app.got_subcommand("analyze")) result.command = Arguments::Command::Analyze;
+    if (app.got_subcommand("compare")) result.command = Arguments::Command::Compare;
+    if (app.got_subcommand("explain")) result.command = Arguments::Command::Explain;
     if (app.got_subcommand("info")) result.command = Arguments::Command::Info;
     if (app.got_subcommand("report")) result.command = Arguments::Command::Report;
     if (app.got_subcommand("settings")) result.command = Arguments::Command::Settings;

@@ -39,6 +39,7 @@ struct AnalyzeOptions {
     int meshFileType = 0;
     ZeroFillTime zeroTime = ZeroFillTime::Automatic;
     LineOptions lineOptions;
+    bool reasons = false;            // the result tells why nodes have no smaller angle
     std::vector<std::string> carry;  // cell or point arrays whose values the lines get
     std::string failOn;              // rule on lines that makes the run fail; empty: none
 };
@@ -48,6 +49,21 @@ struct InfoOptions {
     std::string time = "latest";
     std::string json;
     GroupPatterns patterns;
+};
+
+struct CompareOptions {
+    std::string first;  // results of analyze
+    std::string second;
+    std::string json;
+    std::optional<double> tolerance;  // missing: follows from the meshes
+    LineOptions lines;
+};
+
+struct ExplainOptions {
+    std::string input;              // a result of analyze
+    std::optional<long long> node;  // 0-based
+    std::optional<Vec3> place;      // where no node is given: the nearest node
+    std::string json;
 };
 
 struct ReportOptions {
@@ -63,10 +79,12 @@ struct SettingsOptions {
 };
 
 struct Arguments {
-    enum class Command { ShowText, Analyze, Info, Report, Settings };
+    enum class Command { ShowText, Analyze, Compare, Explain, Info, Report, Settings };
     Command command = Command::ShowText;
     std::string text;  // help or version, for ShowText
     AnalyzeOptions analyze;
+    CompareOptions compare;
+    ExplainOptions explain;
     InfoOptions info;
     ReportOptions report;
     SettingsOptions settings;

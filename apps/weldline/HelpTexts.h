@@ -19,6 +19,10 @@ inline constexpr const char* programFooter =
     "Exit codes: 0 done, 1 failed while running, 2 wrong usage, 3 unusable input,\n"
     "10 a weld line fulfils the rule of --fail-on.\n";
 
+inline constexpr const char* noSuchCommand =
+    ": no command of the program; use analyze, compare, explain, info, report or settings, or see "
+    "'weldline --help'";
+
 inline constexpr const char* analyzeFooter =
     "Examples:\n"
     "  weldline analyze part.vtu\n"
@@ -55,6 +59,32 @@ inline constexpr const char* analyzeFooter =
     "\n"
     "Exit codes: 0 done, 1 failed while running (disk full, out of memory, ...),\n"
     "2 wrong usage, 3 unusable input, 10 a weld line fulfils the rule of --fail-on.\n";
+
+inline constexpr const char* compareFooter =
+    "Examples:\n"
+    "  weldline compare one-gate.vtu two-gates.vtu\n"
+    "      which lines stay, change, move, go and come\n"
+    "  weldline compare a.vtu b.vtu --limit 135 --min-nodes 10\n"
+    "      only where fronts meet at less than 135 degrees, without specks\n"
+    "  weldline compare a.vtu b.vtu --json - | jq .counts\n"
+    "\n"
+    "Lines are matched by place, nearest first. The meshes may differ; the parts must\n"
+    "lie in the same place and have the same unit of length.\n"
+    "\n"
+    "Exit codes: 0 done, 1 failed while running, 2 wrong usage, 3 unusable input.\n";
+
+inline constexpr const char* explainFooter =
+    "Examples:\n"
+    "  weldline explain result.vtu --node 4711\n"
+    "      why this node has its meeting angle; nodes count from 0, as viewers show them\n"
+    "  weldline explain result.vtu --at 0.5,0,-0.02\n"
+    "      the same for the node nearest to a place\n"
+    "  weldline explain result.vtu --node 4711 --json - | jq '.pairs[] | select(.kept)'\n"
+    "\n"
+    "The calculation runs once more on the mesh, the fill time and the settings that the\n"
+    "result holds. Methods 1, 2 and 4 are explained.\n"
+    "\n"
+    "Exit codes: 0 done, 1 failed while running, 2 wrong usage, 3 unusable input.\n";
 
 inline constexpr const char* infoFooter =
     "Examples:\n"

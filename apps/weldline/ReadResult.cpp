@@ -1,5 +1,7 @@
 #include "ReadResult.h"
 
+#include <utility>
+
 #include "base/Errors.h"
 #include "bind/FillTime.h"
 #include "results/FlowDirection.h"
@@ -17,10 +19,10 @@ std::vector<float> reachedTimes(const RankPart& part, const std::vector<double>&
     return prepareFillTime(part, raw, mesh, walls, ZeroFillTime::NotReached).values;
 }
 
-DataSet readFields(const std::string& file, const std::vector<std::string>& carry) {
-    ReadOptions read;
-    read.carried = carry;
-    read.pointArrays = {"MeetingAngle"};
+}  // namespace
+
+DataSet readResultData(const std::string& file, ReadOptions read) {
+    read.pointArrays.insert(read.pointArrays.begin(), "MeetingAngle");
     try {
         return readDataSet(file, read);
     } catch (const InputError& error) {
@@ -30,11 +32,11 @@ DataSet readFields(const std::string& file, const std::vector<std::string>& carr
     }
 }
 
-}  // namespace
-
 ResultModel readResult(const std::string& file, const LineOptions& options,
                        const std::vector<std::string>& carry) {
-    DataSet data = readFields(file, carry);
+    ReadOptions read;
+    read.carried = carry;
+    DataSet data = readResultData(file, std::move(read));
     ResultModel model;
     model.file = file;
     try {

@@ -22,6 +22,10 @@ struct ResultModel {
     FoundLines found;
 };
 
+// The data set of a result, its meeting angles as the first point field. Throws InputError, also
+// where there are none.
+DataSet readResultData(const std::string& file, ReadOptions read);
+
 // Throws InputError, also where the data set has no meeting angles.
 ResultModel readResult(const std::string& file, const LineOptions& options,
                        const std::vector<std::string>& carry = {});

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <system_error>
 
+#include "Reasons.h"
 #include "base/Errors.h"
 #include "base/ReadFile.h"
 #include "comm/Agreement.h"
@@ -91,6 +92,9 @@ RunControl prepareControl(const AnalyzeOptions& options) {
 RunControl prepareControl(Ranks& ranks, const AnalyzeOptions& options) {
     RunControl control =
         together(ranks, [&] { return ranks.rank() == 0 ? prepareControl(options) : RunControl{}; });
+    agreeOnFailure(ranks, [&] {
+        if (ranks.rank() == 0) checkReasons(options, control.settings, ranks.size());
+    });
     Packer packer;
     packer.put(control.file).put(control.text).put(control.remarks);
     const Bytes message = broadcast(ranks, packer.take());

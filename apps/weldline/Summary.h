@@ -44,6 +44,7 @@ struct Summary {
     std::string failOn;
     std::string biField;
     std::string cellState;
+    ZeroFillTime zeroTime = ZeroFillTime::Automatic;
 
     FillTimeCounts fill;
     WeldLines weldLines;

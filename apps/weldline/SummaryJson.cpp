@@ -1,34 +1,17 @@
 #include "SummaryJson.h"
 
 #include <array>
-#include <cmath>
 #include <filesystem>
-#include <nlohmann/json.hpp>
+
+#include "JsonParts.h"
+#include "RunNotes.h"
 
 namespace weldline {
 
 namespace {
 
-using Json = nlohmann::ordered_json;  // keys in the order in which a reader expects them
-
-Json number(double value) {
-    return std::isfinite(value) ? Json(value) : Json();
-}
-
-Json vector(Vec3 v) {
-    return Json::array({number(v.x), number(v.y), number(v.z)});
-}
-
 Json box(Vec3 low, Vec3 high) {
     return {{"low", vector(low)}, {"high", vector(high)}};
-}
-
-Json textOrNull(const std::string& text) {
-    return text.empty() ? Json() : Json(text);
-}
-
-Json programJson() {
-    return {{"name", "weldline"}, {"version", WELDLINE_VERSION}};
 }
 
 Json patchesJson(const std::vector<BoundaryGroups::PatchSummary>& patches) {
@@ -131,11 +114,6 @@ Json outputsJson(const Outputs& outputs) {
             {"lines", textOrNull(outputs.lines)},     {"csv", textOrNull(outputs.csv)}};
 }
 
-// File names need not be valid UTF-8, JSON must be: other bytes are shown by a replacement sign.
-std::string dumped(const Json& json) {
-    return json.dump(2, ' ', false, Json::error_handler_t::replace) + "\n";
-}
-
 }  // namespace
 
 std::string runJson(const Summary& s) {
@@ -149,7 +127,10 @@ std::string runJson(const Summary& s) {
                        {"field", s.field},
                        {"time", s.time ? number(*s.time) : Json()},
                        {"mesh", meshJson(s)},
-                       {"settings", settings}});
+                       {"settings", settings},
+                       {"zeroTime", nameOf(s.zeroTime)},
+                       {"biField", textOrNull(s.biField)},
+                       {"cellState", textOrNull(s.cellState)}});
 }
 
 std::string summaryJson(const Summary& s) {

@@ -5,41 +5,14 @@
 #include <algorithm>
 #include <array>
 
+#include "TextLayout.h"
+
 namespace weldline {
 
 namespace {
 
-constexpr std::size_t tableWidth = 80;
-constexpr std::size_t labelWidth = 13;
 constexpr std::size_t shownLines = 20;  // rows of the table of weld lines
 constexpr std::size_t shownTimes = 8;   // at either end of a long list of times
-
-std::string heading(const std::string& text, bool style) {
-    return style ? "\033[1m" + text + "\033[0m" : text;
-}
-
-// A label and a text that is broken at blanks and continues under itself. A word that is longer
-// than a line, a file name for example, stays whole.
-std::string entry(const std::string& label, const std::string& text, bool style,
-                  std::size_t indent = labelWidth) {
-    std::string result;
-    std::string line;
-    std::size_t at = 0;
-    const auto endLine = [&] {
-        result += (result.empty() ? "" : std::string(indent, ' ')) + line + "\n";
-        line.clear();
-    };
-    while (at < text.size()) {
-        const std::size_t blank = std::min(text.find(' ', at), text.size());
-        const std::string word = text.substr(at, blank - at);
-        if (!line.empty() && indent + line.size() + 1 + word.size() > tableWidth) endLine();
-        line += (line.empty() ? "" : " ") + word;
-        at = blank + 1;
-    }
-    endLine();
-    const std::size_t filler = indent - std::min(indent, label.size());
-    return heading(label, style) + std::string(filler, ' ') + result;
-}
 
 template <class List, class Text>
 std::string joined(const List& list, Text text, const char* separator = ", ") {

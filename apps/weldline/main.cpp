@@ -5,9 +5,11 @@
 
 #include "Analyze.h"
 #include "Arguments.h"
+#include "Compare.h"
 #include "Console.h"
 #include "Exhaustion.h"
 #include "ExitCode.h"
+#include "Explain.h"
 #include "Info.h"
 #include "Interruption.h"
 #include "Report.h"
@@ -26,6 +28,8 @@ ExitCode runCommand(Ranks& ranks, const Arguments& arguments) {
     agreeOnFailure(ranks, [&] {
         if (ranks.rank() != 0) return;
         if (arguments.command == Arguments::Command::ShowText) writeStandardOutput(arguments.text);
+        if (arguments.command == Arguments::Command::Compare) compareResults(arguments.compare);
+        if (arguments.command == Arguments::Command::Explain) explainResult(arguments.explain);
         if (arguments.command == Arguments::Command::Info) showInfo(arguments.info);
         if (arguments.command == Arguments::Command::Report) writeReport(arguments.report);
         if (arguments.command == Arguments::Command::Settings) showSettings(arguments.settings);
@@ -35,7 +39,8 @@ ExitCode runCommand(Ranks& ranks, const Arguments& arguments) {
 
 // The data set that the command works on, for messages; empty: none.
 std::string inputOf(const Arguments& arguments) {
-    for (const std::string& input : {arguments.analyze.input, arguments.info.input})
+    for (const std::string& input : {arguments.analyze.input, arguments.compare.first,
+                                     arguments.explain.input, arguments.info.input})
         if (!input.empty()) return input;
     return arguments.report.input;
 }

@@ -3,6 +3,7 @@
 #include <fstream>
 #include <limits>
 
+#include "ArrayRecorder.h"
 #include "CCommunication.h"
 #include "CKVR3D_WeldLine_Manipulator.h"
 #include "SharedAngles.h"
@@ -37,6 +38,13 @@ void bind(CKVR3D_WeldLine_Manipulator& handle, HostModel& model) {
     handle.setFlowData(&model.globalVariables(), &model.mesh());
 }
 
+std::vector<double> anglesOf(CKVR3D_WeldLine_Manipulator& handle, HostModel& model) {
+    bind(handle, model);
+    handle.calWeldLine();
+    const double* angles = handle.getMeetingAngle();
+    return {angles + 1, angles + 1 + model.mesh().m_nNode};
+}
+
 std::vector<double> calculate(HostModel& model, const RankPart& part) {
     const std::unique_ptr<CCommunication> exchange = part.ranks.haloExchange(part.interface.links);
     CollectiveMaximum collective(part.ranks);
@@ -46,10 +54,7 @@ std::vector<double> calculate(HostModel& model, const RankPart& part) {
         handle.setPartitionInterface(&model.partitionFaces());
         handle.setKVRCom(exchange.get(), &collective);
     }
-    bind(handle, model);
-    handle.calWeldLine();
-    const double* angles = handle.getMeetingAngle();
-    return {angles + 1, angles + 1 + model.mesh().m_nNode};
+    return anglesOf(handle, model);
 }
 
 // Angles of nodes that a cell state keeps free of weld lines; below every angle, so that they
@@ -81,6 +86,16 @@ std::vector<double> runWeldLine(HostModel& model, const RankPart& part) {
     for (double& angle : angles)
         if (angle == keptFree) angle = 180.0;
     return angles;
+}
+
+// In one process nothing is left to do with the angles.
+RecordedRun recordWeldLine(HostModel& model) {
+    checkReadable(model.options().controlFile);
+    ArrayRecorder recorder(model.mesh().m_nCV);
+    CKVR3D_WeldLine_Manipulator handle;
+    handle.setKVRCom(&recorder, nullptr);
+    std::vector<double> angles = anglesOf(handle, model);
+    return {std::move(angles), recorder.take()};
 }
 
 }  // namespace weldline

@@ -3,6 +3,7 @@
 #include <vector>
 
 #include "HostModel.h"
+#include "RecordedArrays.h"
 
 namespace weldline {
 
@@ -21,5 +22,12 @@ std::vector<double> runWeldLine(HostModel& model);
 // that runs out of memory within the calculation leaves the others waiting, and the caller has to
 // end them.
 std::vector<double> runWeldLine(HostModel& model, const RankPart& part);
+
+// A run in one process with what the library calculated on the way.
+struct RecordedRun {
+    std::vector<double> angles;  // as runWeldLine answers them
+    RecordedArrays arrays;
+};
+RecordedRun recordWeldLine(HostModel& model);
 
 }  // namespace weldline

@@ -77,6 +77,9 @@ void addArray(vtkDataSetAttributes* attributes, const char* name,
 void addFields(const ResultFields& fields, vtkUnstructuredGrid* grid) {
     addArray<vtkDoubleArray>(grid->GetPointData(), "MeetingAngle", fields.meetingAngle);
     addArray<vtkIntArray>(grid->GetPointData(), "WeldLine", fields.weldLine);
+    if (!fields.refusalReason.empty()) {
+        addArray<vtkIntArray>(grid->GetPointData(), "RefusalReason", fields.refusalReason);
+    }
     addArray<vtkFloatArray>(grid->GetCellData(), "FillTime", fields.fillTime);
     vtkNew<vtkFloatArray> direction;
     direction->SetName("FlowDirection");

@@ -20,6 +20,7 @@ struct ResultFields {
     std::vector<int> weldLine;         // per point, component number from 1, 0 none
     std::vector<float> fillTime;       // per cell, as read
     std::vector<Vec3> flowDirection;   // per cell, unit vector along the flow, zero where unknown
+    std::vector<int> refusalReason;    // per point, see NodeReasons.h; empty: not asked for
     ResultNotes notes;                 // of rank 0; field data WeldLineRun, PatchNames, PatchOfFace
                                        // and PatchFaceCentres
 };

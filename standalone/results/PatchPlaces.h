@@ -21,6 +21,16 @@ struct PatchPlaces {
 PatchPlaces findPatchPlaces(Ranks& ranks, const FvMesh& mesh, const std::vector<Patch>& patches,
                             const BoundaryGroups& groups);
 
+// The boundary groups of a mesh whose inlet, outlet and symmetry faces are at these places;
+// `ofPatch` has the group of each name. Every other face is wall. `lost` counts the places where
+// no boundary face is.
+struct PlacedGroups {
+    BoundaryGroups groups;
+    int lost = 0;
+};
+PlacedGroups groupsAt(const FvMesh& mesh, const PatchPlaces& places,
+                      const std::vector<GroupKind>& ofPatch);
+
 // Adds to each line the patch of the face that is nearest to its centroid; of equally near ones the
 // first.
 void addNearestPatches(const PatchPlaces& places, WeldLines& lines);

@@ -44,4 +44,8 @@ std::string defaultSectionText();
 // the library would read otherwise than written, and a value without a meaning.
 std::string sectionFromOptions(const std::vector<std::string>& keyValues);
 
+// A complete control text after which these settings are in force, without the trace. Throws
+// InputError for settings that no control text brings about.
+std::string sectionFromSettings(const Settings& settings);
+
 }  // namespace weldline

@@ -42,6 +42,14 @@ void check(const Arguments& arguments) {
             return fuzz::require(!arguments.text.empty(), "there is a text to show");
         case Arguments::Command::Analyze:
             return checkAnalyze(arguments.analyze);
+        case Arguments::Command::Compare:
+            return fuzz::require(
+                !arguments.compare.first.empty() && !arguments.compare.second.empty(),
+                "compare has two results");
+        case Arguments::Command::Explain:
+            return fuzz::require(
+                arguments.explain.node.has_value() != arguments.explain.place.has_value(),
+                "explain has a node or a place");
         case Arguments::Command::Info:
             return fuzz::require(!arguments.info.input.empty(), "info has an input");
         case Arguments::Command::Report:
