@@ -7,6 +7,7 @@
 
 #include "HelpTexts.h"
 #include "LineArguments.h"
+#include "RenderArguments.h"
 #include "base/Errors.h"
 
 namespace weldline {
@@ -231,6 +232,7 @@ std::string oneLine(std::string text) {
 void checkValues(const CLI::App& app, const Arguments& arguments) {
     checkLineOptions(arguments.analyze.lineOptions);
     checkLineOptions(arguments.report.lines);
+    checkRender(arguments.render);
     checkRule(arguments.analyze.failOn);
     for (const auto* command : app.get_subcommands())
         for (const auto* option : command->get_options())
@@ -259,6 +261,7 @@ Arguments parseArguments(int argc, char** argv) {
     app.formatter(std::make_shared<HelpFormatter>());
     addAnalyze(app, result.analyze);
     addInfo(app, result.info);
+    addRender(app, result.render);
     addReport(app, result.report);
     addSettingsCommand(app, result.settings);
     try {
@@ -273,8 +276,8 @@ Arguments parseArguments(int argc, char** argv) {
         const auto commands = app.get_subcommands();
         if (commands.empty() && argc > 1)
             throw UsageError(oneLine(argv[1]) +
-                             ": no command of the program; use analyze, info, report or settings, or see "
-                             "'weldline --help'");
+                             ": no command of the program; use analyze, info, render, report or "
+                             "settings, or see 'weldline --help'");
         const std::string name = commands.empty() ? "" : " " + commands.front()->get_name();
         throw UsageError(oneLine(error.what()) + "; see 'weldline" + name + " --help'");
     }
@@ -283,6 +286,7 @@ Arguments parseArguments(int argc, char** argv) {
     nameStandardOutput(result.info.json);
     if (app.got_subcommand("analyze")) result.command = Arguments::Command::Analyze;
     if (app.got_subcommand("info")) result.command = Arguments::Command::Info;
+    if (app.got_subcommand("render")) result.command = Arguments::Command::Render;
     if (app.got_subcommand("report")) result.command = Arguments::Command::Report;
     if (app.got_subcommand("settings")) result.command = Arguments::Command::Settings;
     return result;

@@ -11,6 +11,7 @@ inline constexpr const char* programFooter =
     "Examples:\n"
     "  weldline info part.vtu\n"
     "  weldline analyze part.vtu -o result.vtu\n"
+    "  weldline render result.vtu -o result.png\n"
     "  weldline settings > run.cmp\n"
     "\n"
     "'weldline COMMAND --help' tells more about a command.\n"
@@ -56,6 +57,24 @@ inline constexpr const char* infoFooter =
     "  weldline info part.vtu --json - | jq .arrays\n"
     "\n"
     "Exit codes: 0 done, 1 failed while running, 2 wrong usage, 3 unusable input.\n";
+
+inline constexpr const char* renderFooter =
+    "Examples:\n"
+    "  weldline render result.vtu -o result.png\n"
+    "  weldline render result.vtu -o sheet.png --view +z --view -y --view iso\n"
+    "      several views in one picture\n"
+    "  weldline render result.vtu -o poster.png --size 6000x4000 --background dark\n"
+    "  weldline render result.vtu -o inside.png --view 30,20 --through\n"
+    "      also what the part hides of its lines\n"
+    "  weldline render result.vtu -o worst.png --limit 60 --min-length 5\n"
+    "      only where fronts meet at less than 60 degrees, lines of at least 5 units\n"
+    "\n"
+    "The part shows its fill time in bands, grey where the melt did not come, the\n"
+    "lines on its skin their meeting angle. Lengths and times are in the units of the\n"
+    "data set. Neither a display nor a graphics card is needed.\n"
+    "\n"
+    "Exit codes: 0 done, 1 failed while running (no OpenGL on this machine, disk full,\n"
+    "...), 2 wrong usage, 3 unusable input.\n";
 
 inline constexpr const char* reportFooter =
     "Examples:\n"

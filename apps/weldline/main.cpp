@@ -10,6 +10,7 @@
 #include "ExitCode.h"
 #include "Info.h"
 #include "Interruption.h"
+#include "Render.h"
 #include "Report.h"
 #include "ShowSettings.h"
 #include "base/Errors.h"
@@ -27,6 +28,7 @@ ExitCode runCommand(Ranks& ranks, const Arguments& arguments) {
         if (ranks.rank() != 0) return;
         if (arguments.command == Arguments::Command::ShowText) writeStandardOutput(arguments.text);
         if (arguments.command == Arguments::Command::Info) showInfo(arguments.info);
+        if (arguments.command == Arguments::Command::Render) renderResult(arguments.render);
         if (arguments.command == Arguments::Command::Report) writeReport(arguments.report);
         if (arguments.command == Arguments::Command::Settings) showSettings(arguments.settings);
     });
@@ -35,7 +37,8 @@ ExitCode runCommand(Ranks& ranks, const Arguments& arguments) {
 
 // The data set that the command works on, for messages; empty: none.
 std::string inputOf(const Arguments& arguments) {
-    for (const std::string& input : {arguments.analyze.input, arguments.info.input})
+    for (const std::string& input :
+         {arguments.analyze.input, arguments.info.input, arguments.render.input})
         if (!input.empty()) return input;
     return arguments.report.input;
 }
