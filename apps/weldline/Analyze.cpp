@@ -77,8 +77,11 @@ CellsAcross cellsAcross(const RankPart& part, const std::vector<float>& fillTime
 ResultFields resultFields(const RunInput& input, const std::vector<double>& angles,
                           const WeldLines& lines, std::vector<Vec3> directions) {
     const std::vector<double>& raw = input.fillTime();
-    return {angles, lines.nodeLine, std::vector<float>(raw.begin(), raw.end()),
-            std::move(directions), {}};
+    return {angles,
+            lines.nodeLine,
+            std::vector<float>(raw.begin(), raw.end()),
+            std::move(directions),
+            {}};
 }
 
 void append(std::vector<std::string>& list, const std::vector<std::string>& more) {
@@ -183,9 +186,8 @@ Summary run(Ranks& ranks, const AnalyzeOptions& options, Progress& progress) {
     progress.step("collecting the weld lines");
     std::vector<Vec3> directions = flowDirections(mesh, fill.merged, across);
     PatchPlaces patches = findPatchPlaces(ranks, mesh, own.patches, groups);
-    FoundLines found =
-        findLines(part, {mesh, patches, fill.merged, directions, angles, input.carried},
-                  options.lineOptions);
+    FoundLines found = findLines(
+        part, {mesh, patches, fill.merged, directions, angles, input.carried}, options.lineOptions);
     describeLines(summary, found);
     append(summary.remarks, resultRemarks(summary));
 

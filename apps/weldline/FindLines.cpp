@@ -9,8 +9,7 @@ FoundLines findLines(const RankPart& part, const LineSources& sources, const Lin
     Ranks& ranks = part.ranks;
     found.lines =
         findWeldLines(part, sources.mesh, sources.angles, sources.fillTime, options.limit);
-    found.mesh =
-        cutOutLines(part, sources.mesh, found.lines, sources.angles, sources.directions);
+    found.mesh = cutOutLines(part, sources.mesh, found.lines, sources.angles, sources.directions);
     found.shapes = together(ranks, [&] { return shapesOf(found.mesh); });
     addShapes(ranks, found.shapes, options.weldLimit, found.lines);
     addNearestPatches(sources.patches, found.lines);

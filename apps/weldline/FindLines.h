@@ -21,9 +21,9 @@ struct CarriedField {
 struct LineSources {
     const FvMesh& mesh;
     const PatchPlaces& patches;
-    const std::vector<float>& fillTime;     // per cell, exactly 0 where the melt did not come
-    const std::vector<Vec3>& directions;    // per cell
-    const std::vector<double>& angles;      // per node, degrees
+    const std::vector<float>& fillTime;   // per cell, exactly 0 where the melt did not come
+    const std::vector<Vec3>& directions;  // per cell
+    const std::vector<double>& angles;    // per node, degrees
     const std::vector<CarriedField>& carried;
 };
 

@@ -11,12 +11,14 @@ inline constexpr const char* programFooter =
     "Examples:\n"
     "  weldline info part.vtu\n"
     "  weldline analyze part.vtu -o result.vtu\n"
+    "  weldline report result.vtu -o report.html\n"
     "  weldline render result.vtu -o result.png\n"
     "  weldline settings > run.cmp\n"
     "\n"
     "'weldline COMMAND --help' tells more about a command.\n"
     "\n"
-    "Exit codes: 0 done, 1 failed while running, 2 wrong usage, 3 unusable input.\n";
+    "Exit codes: 0 done, 1 failed while running, 2 wrong usage, 3 unusable input,\n"
+    "10 a weld line fulfils the rule of --fail-on.\n";
 
 inline constexpr const char* analyzeFooter =
     "Examples:\n"
@@ -30,6 +32,10 @@ inline constexpr const char* analyzeFooter =
     "      other settings; 'weldline settings' explains the keys\n"
     "  weldline analyze part.vtu --json - | jq .counts\n"
     "      the JSON summary alone on standard output\n"
+    "  weldline analyze part.vtu --min-length 2 --lines lines.vtp --csv lines.csv\n"
+    "      the lines for a viewer and for a spreadsheet, without specks\n"
+    "  weldline analyze part.vtu --fail-on 'angle<60 & length>5'\n"
+    "      exit code 10 if a line is that bad: a design check in a script\n"
     "  mpirun -n 4 weldline analyze part.pvtu -o result.pvtu\n"
     "      four processes, each with its own pieces of input and result\n"
     "\n"
@@ -45,8 +51,11 @@ inline constexpr const char* analyzeFooter =
     "pieces of the result before. -o RESULT.vtu writes one file; of several processes\n"
     "the first then needs memory for the whole.\n"
     "\n"
+    "A rule compares angle (smallest), mean (angle), length, nodes, first, last\n"
+    "(time) or class (weld, meld) of a line by <, <=, >, >= or =, joined by & and |.\n"
+    "\n"
     "Exit codes: 0 done, 1 failed while running (disk full, out of memory, ...),\n"
-    "2 wrong usage, 3 unusable input.\n";
+    "2 wrong usage, 3 unusable input, 10 a weld line fulfils the rule of --fail-on.\n";
 
 inline constexpr const char* infoFooter =
     "Examples:\n"

@@ -21,7 +21,8 @@ void checkAngle(const char* option, double angle) {
 
 void addLineOptions(CLI::App& command, LineOptions& o) {
     const std::string group = "Weld lines";
-    command.add_option("--limit", o.limit, "Weld lines are nodes below this meeting angle,\ndegrees")
+    command
+        .add_option("--limit", o.limit, "Weld lines are nodes below this meeting angle,\ndegrees")
         ->type_name("DEG")
         ->capture_default_str()
         ->group(group);

@@ -47,7 +47,8 @@ void checkResultName(const std::string& result) {
 
 void checkLinesName(const std::string& lines) {
     if (fs::path(lines).filename().extension() != ".vtp")
-        throw UsageError(lines + ": not a name for the lines; --lines needs a file that ends in .vtp");
+        throw UsageError(lines +
+                         ": not a name for the lines; --lines needs a file that ends in .vtp");
 }
 
 // Mesh, settings and times of a case stand in folders beside its .foam file.

@@ -51,10 +51,10 @@ ResultModel readResult(const std::string& file, const LineOptions& options,
     std::vector<CarriedField> fields;
     for (std::size_t c = 0; c < carry.size(); ++c)
         fields.push_back({carry[c], std::move(data.carried[c])});
-    model.found = findLines(part,
-                            {model.mesh, model.notes.patches, model.fillTime, model.directions,
-                             model.angles, fields},
-                            options);
+    model.found = findLines(
+        part,
+        {model.mesh, model.notes.patches, model.fillTime, model.directions, model.angles, fields},
+        options);
     return model;
 }
 

@@ -1,5 +1,6 @@
 #include "ReportData.h"
 
+#include <algorithm>
 #include <array>
 #include <bit>
 #include <cmath>
@@ -85,9 +86,17 @@ Json skinJson(const ResultModel& model, Vec3 origin) {
             {"edges", packed(skin.edges)}};
 }
 
+// Whether a line runs along the skin, rather than ending there or staying inside.
+bool runsAlongSkin(const LineShape& shape) {
+    return shape.skinLength >= shape.length;
+}
+
+// The curves on the skin, and those through the part where the skin shows too little of the line.
 Json curvesJson(const LineShape& shape, Vec3 origin) {
     Json curves = Json::array();
-    for (const LineCurve& curve : shape.skin) {
+    std::vector<LineCurve> all = shape.skin;
+    if (!runsAlongSkin(shape)) all.insert(all.end(), shape.path.begin(), shape.path.end());
+    for (const LineCurve& curve : all) {
         LineCurve drawn = curve;
         if (curve.isClosed) {
             drawn.points.push_back(curve.points.front());
@@ -134,6 +143,15 @@ Json linesJson(const FoundLines& found, Vec3 origin) {
     return lines;
 }
 
+bool staysInside(const FoundLines& found) {
+    return std::any_of(found.shapes.begin(), found.shapes.end(), [&](const LineShape& shape) {
+        const auto& lines = found.lines.lines;
+        return !runsAlongSkin(shape) &&
+               std::any_of(lines.begin(), lines.end(),
+                           [&](const auto& line) { return line.id == shape.id; });
+    });
+}
+
 Json histogramJson(const ResultModel& model) {
     std::array<long long, kBins> counts{};
     for (std::size_t n = 0; n < model.angles.size(); ++n) {
@@ -159,9 +177,7 @@ Json settingsJson(const Json& run, const LineOptions& options) {
     };
     if (run.contains("field")) add("fill time", run["field"]);
     const Json settings = run.value("settings", Json::object());
-    constexpr std::array ofLines{"limit", "weldLimit", "minLength", "minNodes", "failOn"};
-    for (const auto& [name, value] : settings.items())
-        if (std::find(ofLines.begin(), ofLines.end(), name) == ofLines.end()) add(name, value);
+    for (const auto& [name, value] : settings.items()) add(name, value);
     add("limit", options.limit);
     add("weldLimit", options.weldLimit);
     add("minLength", options.filter.minLength);
@@ -204,15 +220,22 @@ Json droppedJson(const FoundLines& found, const LineOptions& options) {
     return {{"lines", found.dropped.lines}, {"nodes", found.dropped.nodes}, {"reason", reason}};
 }
 
+Json remarksJson(const ResultModel& model) {
+    Json remarks = Json::array();
+    const auto cells = std::count(model.fillTime.begin(), model.fillTime.end(), 0.0F);
+    if (cells > 0)
+        remarks.push_back(std::to_string(cells) + (cells == 1 ? " cell is" : " cells are") +
+                          " not reached by the melt; no weld line is found between them");
+    if (model.found.lines.undefinedNodes > 0)
+        remarks.push_back(std::to_string(model.found.lines.undefinedNodes) +
+                          " nodes have no defined angle and belong to no weld line");
+    return remarks;
+}
+
 // What the result tells of its run; anybody may have changed the file.
 Json runOf(const ResultNotes& notes) {
     const Json run = Json::parse(notes.run, nullptr, false);
     return run.is_object() ? run : Json::object();
-}
-
-Json listOr(const Json& run, const char* name) {
-    const Json list = run.value(name, Json::array());
-    return list.is_array() ? list : Json::array();
 }
 
 std::string withoutTags(const std::string& json) {
@@ -242,11 +265,12 @@ std::string reportData(const ResultModel& model, const LineOptions& options,
                         {"weldLimit", options.weldLimit},
                         {"skin", skinJson(model, origin)},
                         {"lines", linesJson(model.found, origin)},
+                        {"linesThroughPart", staysInside(model.found)},
                         {"dropped", droppedJson(model.found, options)},
                         {"histogram", histogramJson(model)},
                         {"settings", settingsJson(run, options)},
                         {"mesh", meshJson(model)},
-                        {"remarks", listOr(run, "remarks")}};
+                        {"remarks", remarksJson(model)}};
     return withoutTags(document.dump(-1, ' ', false, Json::error_handler_t::replace));
 }
 

@@ -5,7 +5,8 @@ asm(".section .rodata\n"
     ".global weldlineReportBegin\n"
     ".global weldlineReportEnd\n"
     "weldlineReportBegin:\n"
-    ".incbin \"" WELDLINE_REPORT_TEMPLATE "\"\n"
+    ".incbin \"" WELDLINE_REPORT_TEMPLATE
+    "\"\n"
     "weldlineReportEnd:\n"
     ".previous\n");
 

@@ -83,11 +83,12 @@ Json settingsJson(const Summary& s) {
 }
 
 Json countsJson(const Summary& s) {
-    return {{"reachedCells", s.fill.reached},        {"unreachedCells", s.fill.notReached},
-            {"markedCells", s.fill.marked},          {"cellsFilledAtZero", s.fill.zeroFilled},
-            {"weldNodes", s.weldLines.weldNodes},    {"undefinedNodes", s.weldLines.undefinedNodes},
-            {"components", s.weldLines.lines.size()}, {"droppedLines", s.dropped.lines},
-            {"droppedNodes", s.dropped.nodes}};
+    return {
+        {"reachedCells", s.fill.reached},         {"unreachedCells", s.fill.notReached},
+        {"markedCells", s.fill.marked},           {"cellsFilledAtZero", s.fill.zeroFilled},
+        {"weldNodes", s.weldLines.weldNodes},     {"undefinedNodes", s.weldLines.undefinedNodes},
+        {"components", s.weldLines.lines.size()}, {"droppedLines", s.dropped.lines},
+        {"droppedNodes", s.dropped.nodes}};
 }
 
 Json carriedJson(const WeldLine& line) {
@@ -125,12 +126,9 @@ Json componentsJson(const WeldLines& lines) {
 }
 
 Json outputsJson(const Outputs& outputs) {
-    return {{"result", textOrNull(outputs.result)},
-            {"json", textOrNull(outputs.json)},
-            {"control", textOrNull(outputs.control)},
-            {"trace", textOrNull(outputs.trace)},
-            {"lines", textOrNull(outputs.lines)},
-            {"csv", textOrNull(outputs.csv)}};
+    return {{"result", textOrNull(outputs.result)},   {"json", textOrNull(outputs.json)},
+            {"control", textOrNull(outputs.control)}, {"trace", textOrNull(outputs.trace)},
+            {"lines", textOrNull(outputs.lines)},     {"csv", textOrNull(outputs.csv)}};
 }
 
 // File names need not be valid UTF-8, JSON must be: other bytes are shown by a replacement sign.
@@ -141,14 +139,17 @@ std::string dumped(const Json& json) {
 }  // namespace
 
 std::string runJson(const Summary& s) {
+    Json settings = settingsJson(s);
+    for (const char* name :
+         {"controlFile", "limit", "weldLimit", "minLength", "minNodes", "failOn"})
+        settings.erase(name);
     return dumped(Json{{"schema", "weldline-run/1"},
                        {"program", programJson()},
                        {"input", std::filesystem::path(s.input).filename().string()},
                        {"field", s.field},
                        {"time", s.time ? number(*s.time) : Json()},
                        {"mesh", meshJson(s)},
-                       {"settings", settingsJson(s)},
-                       {"remarks", s.remarks}});
+                       {"settings", settings}});
 }
 
 std::string summaryJson(const Summary& s) {

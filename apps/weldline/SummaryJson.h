@@ -7,8 +7,8 @@
 
 namespace weldline {
 
-// What a result tells of the run that it comes from: program, field, mesh, settings and remarks.
-// Nothing in it depends on where the files are.
+// What a result tells of the run that it comes from: program, field, mesh, and the settings that
+// decide the angles. Nothing in it depends on where files are, or on how the settings were given.
 std::string runJson(const Summary& summary);
 
 // JSON texts for other programs. Each names its layout in "schema"; a change that could break a

@@ -81,21 +81,19 @@ std::string settingsText(const Settings& s) {
 
 std::string weldLineRows(const WeldLines& lines, bool style) {
     if (lines.lines.empty()) return {};
-    std::string text =
-        "\n" +
-        heading(fmt::format("{:>4} {:<5}{:>7}{:>9}{:>9}{:>7}{:>9}{:>10}{:>10}{:>10}", "line",
-                            "class", "nodes", "length", "smallest", "mean", "forms at", "centre x",
-                            "y", "z"),
-                style) +
-        "\n";
+    std::string text = "\n" +
+                       heading(fmt::format("{:>4} {:<5}{:>7}{:>9}{:>9}{:>7}{:>9}{:>10}{:>10}{:>9}",
+                                           "line", "class", "nodes", "length", "smallest", "mean",
+                                           "forms at", "centre x", "y", "z"),
+                               style) +
+                       "\n";
     const std::size_t shown = std::min(lines.lines.size(), shownLines);
     for (std::size_t i = 0; i < shown; ++i) {
         const WeldLine& line = lines.lines[i];
-        text +=
-            fmt::format("{:4} {:<5}{:7}{:9.3g}{:9.1f}{:7.1f}{:9.4g}{:10.3g}{:10.3g}{:10.3g}\n",
-                        line.id, nameOf(line.kind), line.nodeCount, line.length,
-                        line.smallestAngle, line.meanAngle, line.firstTime, line.centroid.x,
-                        line.centroid.y, line.centroid.z);
+        text += fmt::format("{:4} {:<5}{:7}{:9.3g}{:9.1f}{:7.1f}{:9.4g}{:10.3g}{:10.3g}{:9.3g}\n",
+                            line.id, nameOf(line.kind), line.nodeCount, line.length,
+                            line.smallestAngle, line.meanAngle, line.firstTime, line.centroid.x,
+                            line.centroid.y, line.centroid.z);
     }
     std::size_t hidden = 0;
     for (std::size_t i = shown; i < lines.lines.size(); ++i)

@@ -101,7 +101,8 @@ std::uint64_t shareKey(Ranks& ranks, const std::string& bytes) {
 }  // namespace
 
 void writeOutputs(Ranks& ranks, const Summary& summary, const FoundLines& found,
-                  const RunControl& control, const TemporaryFolder& folder, MeshPart part, ResultFields fields) {
+                  const RunControl& control, const TemporaryFolder& folder, MeshPart part,
+                  ResultFields fields) {
     const std::string& result = summary.outputs.result;
     const bool inPieces = isInPieces(result);
     MeshResult whole;

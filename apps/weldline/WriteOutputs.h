@@ -13,6 +13,7 @@ namespace weldline {
 // of a rank has its place. Of a result in pieces the file that names them comes last, and then the
 // pieces of earlier results go. Collective; all ranks throw the same.
 void writeOutputs(Ranks& ranks, const Summary& summary, const FoundLines& found,
-                  const RunControl& control, const TemporaryFolder& folder, MeshPart part, ResultFields fields);
+                  const RunControl& control, const TemporaryFolder& folder, MeshPart part,
+                  ResultFields fields);
 
 }  // namespace weldline

@@ -55,7 +55,7 @@ struct DataPart {
     MeshPart part;  // cellFields: the fill time, then ReadOptions::cellArrays, then ::carried; as
                     // stored
     std::vector<std::vector<double>> pointFields;  // ReadOptions::pointArrays
-    ResultNotes notes;  // where one of the pieces that this rank read is a result
+    ResultNotes notes;       // where one of the pieces that this rank read is a result
     std::int64_t cells = 0;  // of the whole data set
     std::int64_t nodes = 0;
 

@@ -260,9 +260,8 @@ DataPart readPart(Ranks& ranks, const std::string& file, const ReadOptions& opti
         gridCells += block.grid->GetNumberOfCells();
     }
     CellCollector collector(file, data.part.mesh, sumBefore(ranks, gridCells));
-    agreeOnFailure(ranks, [&] {
-        collectCells(opened.volumes, fields, options.pointArrays, collector, data);
-    });
+    agreeOnFailure(
+        ranks, [&] { collectCells(opened.volumes, fields, options.pointArrays, collector, data); });
     dropPlainNumbers(data.part.mesh.fileNumbers);
     numberCells(ranks, data);
 

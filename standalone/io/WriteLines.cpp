@@ -32,11 +32,10 @@ class LineGeometry {
   public:
     LineGeometry() {
         points_->SetDataTypeToDouble();
-        for (vtkDataArray* array : {static_cast<vtkDataArray*>(id_), static_cast<vtkDataArray*>(place_),
-                                    static_cast<vtkDataArray*>(kind_),
-                                    static_cast<vtkDataArray*>(length_),
-                                    static_cast<vtkDataArray*>(smallest_),
-                                    static_cast<vtkDataArray*>(mean_)}) {
+        for (vtkDataArray* array :
+             {static_cast<vtkDataArray*>(id_), static_cast<vtkDataArray*>(place_),
+              static_cast<vtkDataArray*>(kind_), static_cast<vtkDataArray*>(length_),
+              static_cast<vtkDataArray*>(smallest_), static_cast<vtkDataArray*>(mean_)}) {
             data_->GetCellData()->AddArray(array);
         }
         data_->GetPointData()->AddArray(angle_);

@@ -18,8 +18,7 @@ MeshQuality qualityOf(const FvMesh& mesh) {
         const double angle = std::acos(cosine) * 180.0 / std::numbers::pi;
         sum += angle;
         quality.worstNonOrthogonality = std::max(quality.worstNonOrthogonality, angle);
-        const auto [small, large] =
-            std::minmax(mesh.cellVolume[owner], mesh.cellVolume[neighbour]);
+        const auto [small, large] = std::minmax(mesh.cellVolume[owner], mesh.cellVolume[neighbour]);
         quality.worstVolumeRatio = std::max(quality.worstVolumeRatio, large / small);
     }
     if (mesh.innerFaces > 0) quality.meanNonOrthogonality = sum / mesh.innerFaces;

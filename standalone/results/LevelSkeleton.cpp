@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 #include <set>
 
 #include "GraphPaths.h"
@@ -90,7 +91,27 @@ double halfWidth(const PointGraph& graph, const Slices& slices) {
     return *middle;
 }
 
-// Ways through the parts: the longest, then from each remaining far part to what is covered.
+// A second way back from the far end of a way, which shares nothing with it but that end: the part
+// belongs to a ring. Empty where there is none.
+std::vector<int> otherWay(const PointGraph& parts, const std::vector<int>& covered,
+                          const std::vector<int>& way) {
+    std::vector<bool> isTaken(parts.places.size(), false);
+    for (std::size_t i = 1; i + 1 < way.size(); ++i) isTaken[way[i]] = true;
+    PointGraph rest;
+    rest.places = parts.places;
+    for (int p = 0; p < parts.count(); ++p) {
+        std::vector<int> row;
+        for (const int other : parts.links[p])
+            if (!isTaken[p] && !isTaken[other]) row.push_back(other);
+        rest.links.append(row);
+    }
+    const GraphPaths paths = shortestPaths(rest, covered);
+    if (!std::isfinite(paths.length[way.front()])) return {};
+    return paths.wayBack(way.front());
+}
+
+// Ways through the parts: the longest, then from each remaining far part to what is covered, of a
+// ring to both sides.
 std::vector<std::vector<int>> waysThrough(const PointGraph& parts, double shortest) {
     const int end = shortestPaths(parts, {0}).farthest();
     const GraphPaths whole = shortestPaths(parts, {end});
@@ -100,28 +121,11 @@ std::vector<std::vector<int>> waysThrough(const PointGraph& parts, double shorte
         const GraphPaths paths = shortestPaths(parts, covered);
         const int far = paths.farthest();
         if (!(paths.length[far] > shortest)) return ways;
-        ways.push_back(paths.wayBack(far));
-        covered.insert(covered.end(), ways.back().begin(), ways.back().end() - 1);
-    }
-}
-
-// A ring is cut into ways whose far ends touch: the last step between them is added.
-void closeGaps(const PointGraph& parts, std::vector<std::vector<int>>& ways) {
-    for (std::size_t a = 0; a < ways.size(); ++a) {
-        if (ways[a].size() < 2) continue;
-        const int tip = ways[a].front();
-        for (std::size_t b = 0; b <= a; ++b) {
-            const auto& other = ways[b];
-            const auto meets = std::find_if(other.begin(), other.end(), [&](int part) {
-                const auto row = parts.links[tip];
-                return part != ways[a][1] && part != tip &&
-                       std::find(row.begin(), row.end(), part) != row.end();
-            });
-            if (meets == other.end()) continue;
-            if (a == b && meets - other.begin() < 3) continue;
-            ways[a].insert(ways[a].begin(), *meets);
-            break;
-        }
+        std::vector<int> way = paths.wayBack(far);
+        std::vector<int> other = otherWay(parts, covered, way);
+        if (!other.empty()) way.insert(way.begin(), other.rbegin(), other.rend() - 1);
+        covered.insert(covered.end(), way.begin(), way.end());
+        ways.push_back(std::move(way));
     }
 }
 
@@ -145,19 +149,46 @@ bool joinOnce(std::vector<std::vector<int>>& ways) {
     return false;
 }
 
-// Moves the end of a curve outwards as far as its nodes reach.
-void reachOut(const PointGraph& graph, const std::vector<int>& nodes, Vec3 inner, Vec3& end) {
-    const Vec3 along = end - inner;
-    const double length = norm(along);
-    if (length == 0.0) return;
+double length(const std::vector<Vec3>& points) {
+    double sum = 0.0;
+    for (std::size_t i = 1; i < points.size(); ++i) sum += norm(points[i] - points[i - 1]);
+    return sum;
+}
+
+// Ends the front of a curve straight: slices near the end of a band lie askew in its corners, so
+// those within half its width of the end are taken together, and the curve goes on from the next
+// one in its direction as far as the nodes reach.
+void straightenFront(const PointGraph& graph, double halfWidth, SkeletonCurve& curve) {
+    std::size_t cut = 0;
+    double way = 0.0;
+    while (cut + 3 < curve.points.size() && way < halfWidth) {
+        way += norm(curve.points[cut + 1] - curve.points[cut]);
+        ++cut;
+    }
+    std::vector<int> nodes;
+    for (std::size_t i = 0; i <= cut; ++i)
+        nodes.insert(nodes.end(), curve.nodes[i].begin(), curve.nodes[i].end());
+    const auto count = static_cast<std::ptrdiff_t>(cut);
+    curve.points.erase(curve.points.begin(), curve.points.begin() + count);
+    curve.nodes.erase(curve.nodes.begin(), curve.nodes.begin() + count);
+    const Vec3 along =
+        curve.points[0] - curve.points[std::min<std::size_t>(2, curve.points.size() - 1)];
+    const double span = norm(along);
+    if (span == 0.0) return;
     double reach = 0.0;
     for (const int n : nodes)
-        reach = std::max(reach, dot(graph.places[n] - end, along) / length);
-    end = end + (reach / length) * along;
+        reach = std::max(reach, dot(graph.places[n] - curve.points[0], along) / span);
+    curve.points[0] = curve.points[0] + (reach / span) * along;
+    curve.nodes[0] = std::move(nodes);
+}
+
+void reverse(SkeletonCurve& curve) {
+    std::reverse(curve.points.begin(), curve.points.end());
+    std::reverse(curve.nodes.begin(), curve.nodes.end());
 }
 
 SkeletonCurve curveOf(const PointGraph& graph, const Slices& slices, std::vector<int> way,
-                      const std::vector<std::vector<int>>& ways) {
+                      const std::vector<std::vector<int>>& ways, double halfWidth) {
     SkeletonCurve curve;
     curve.isClosed = way.size() > 3 && way.front() == way.back();
     if (curve.isClosed) way.pop_back();
@@ -171,20 +202,47 @@ SkeletonCurve curveOf(const PointGraph& graph, const Slices& slices, std::vector
         for (const auto& other : ways) count += std::count(other.begin(), other.end(), part);
         return count == 1;
     };
-    const std::size_t last = way.size() - 1;
-    const Vec3 second = curve.points[1];
-    const Vec3 beforeLast = curve.points[last - 1];
-    if (isFree(way.front())) reachOut(graph, curve.nodes.front(), second, curve.points.front());
-    if (isFree(way.back())) reachOut(graph, curve.nodes.back(), beforeLast, curve.points.back());
+    if (isFree(way.front())) straightenFront(graph, halfWidth, curve);
+    reverse(curve);
+    if (isFree(way.back())) straightenFront(graph, halfWidth, curve);
+    reverse(curve);
     return curve;
 }
 
-// All nodes within one slice: from one end to the other.
-SkeletonCurve shortCurve(const PointGraph& graph, const std::vector<int>& nodes) {
+// The direction in which nodes reach farthest from their middle: the main axis of their second
+// moments, by repeated multiplication from the direction between two far nodes.
+Vec3 mainAxis(const std::vector<Vec3>& places, Vec3 middle, Vec3 start) {
+    Vec3 axis = (1.0 / norm(start)) * start;
+    for (int step = 0; step < 50; ++step) {
+        Vec3 next;
+        for (const Vec3 place : places) next = next + dot(place - middle, axis) * (place - middle);
+        if (norm(next) == 0.0) return axis;
+        axis = (1.0 / norm(next)) * next;
+    }
+    return axis;
+}
+
+// A band hardly longer than it is wide: along its main axis, from end to end.
+SkeletonCurve shortCurve(const PointGraph& graph) {
     const int first = shortestPaths(graph, {0}).farthest();
     const int last = shortestPaths(graph, {first}).farthest();
-    if (first == last) return {{graph.places[first]}, {nodes}, false};
-    return {{graph.places[first], graph.places[last]}, {nodes, nodes}, false};
+    std::vector<int> all(graph.places.size());
+    std::iota(all.begin(), all.end(), 0);
+    const Vec3 middle = meanPlace(graph, all);
+    const Vec3 axis = mainAxis(graph.places, middle, graph.places[last] - graph.places[first]);
+    double low = 0.0;
+    double high = 0.0;
+    for (const Vec3 place : graph.places) {
+        low = std::min(low, dot(place - middle, axis));
+        high = std::max(high, dot(place - middle, axis));
+    }
+    return {{middle + low * axis, middle + high * axis}, {all, all}, false};
+}
+
+SkeletonCurve singlePoint(const PointGraph& graph) {
+    std::vector<int> all(graph.places.size());
+    std::iota(all.begin(), all.end(), 0);
+    return {{graph.places.front()}, {all}, false};
 }
 
 }  // namespace
@@ -202,22 +260,21 @@ double typicalLinkLength(const PointGraph& graph) {
 
 std::vector<SkeletonCurve> skeletonOf(const PointGraph& graph) {
     const double link = typicalLinkLength(graph);
-    if (!(link > 0.0)) {
-        std::vector<int> all(graph.places.size());
-        for (std::size_t n = 0; n < all.size(); ++n) all[n] = static_cast<int>(n);
-        return {{{graph.places.front()}, {all}, false}};
-    }
+    if (!(link > 0.0)) return {singlePoint(graph)};
     const double width = 2.0 * link;
     const Slices slices = partsOf(graph, slicesFrom(graph, endOfBand(graph, link), width));
-    if (slices.nodes.size() == 1) return {shortCurve(graph, slices.nodes.front())};
-    const double shortest = std::max(2.0 * width, 2.0 * halfWidth(graph, slices));
-    std::vector<std::vector<int>> ways = waysThrough(slices.graph, shortest);
-    closeGaps(slices.graph, ways);
+    const double half = halfWidth(graph, slices);
+    std::vector<std::vector<int>> ways =
+        waysThrough(slices.graph, std::max(2.0 * width, 2.0 * half));
     while (joinOnce(ways)) {
     }
     std::vector<SkeletonCurve> curves;
     curves.reserve(ways.size());
-    for (const std::vector<int>& way : ways) curves.push_back(curveOf(graph, slices, way, ways));
+    for (const std::vector<int>& way : ways)
+        curves.push_back(curveOf(graph, slices, way, ways, half));
+    const bool isShort = curves.size() == 1 && !curves[0].isClosed &&
+                         (curves[0].points.size() < 3 || length(curves[0].points) < 3.0 * half);
+    if (isShort) return {shortCurve(graph)};
     return curves;
 }
 

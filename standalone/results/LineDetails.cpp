@@ -98,9 +98,8 @@ DroppedLines dropNoise(const LineFilter& filter, WeldLines& lines) {
         ++dropped.lines;
         dropped.nodes += line.nodeCount;
     }
-    std::erase_if(lines.lines, [&](const WeldLine& line) {
-        return isNoise[static_cast<std::size_t>(line.id)];
-    });
+    std::erase_if(lines.lines,
+                  [&](const WeldLine& line) { return isNoise[static_cast<std::size_t>(line.id)]; });
     for (int& line : lines.nodeLine)
         if (isNoise[static_cast<std::size_t>(line)]) line = 0;
     lines.weldNodes -= dropped.nodes;

@@ -58,7 +58,8 @@ class Cutter {
                 if (m_lines.nodeLine[n] > 0) weld.push_back(n);
             for (std::size_t a = 0; a < weld.size(); ++a)
                 for (std::size_t b = a + 1; b < weld.size(); ++b)
-                    if (m_lines.nodeLine[weld[a]] == m_lines.nodeLine[weld[b]]) link(weld[a], weld[b]);
+                    if (m_lines.nodeLine[weld[a]] == m_lines.nodeLine[weld[b]])
+                        link(weld[a], weld[b]);
         }
         std::sort(m_cutting.links.begin(), m_cutting.links.end());
         m_cutting.links.erase(std::unique(m_cutting.links.begin(), m_cutting.links.end()),

@@ -47,13 +47,11 @@ class LineRule::Reader {
 
     Quantity quantity() {
         using Named = std::pair<const char*, Quantity>;
-        constexpr std::array names{Named{"angle", Quantity::SmallestAngle},
-                                   Named{"mean", Quantity::MeanAngle},
-                                   Named{"length", Quantity::Length},
-                                   Named{"nodes", Quantity::Nodes},
-                                   Named{"first", Quantity::FirstTime},
-                                   Named{"last", Quantity::LastTime},
-                                   Named{"class", Quantity::Class}};
+        constexpr std::array names{
+            Named{"angle", Quantity::SmallestAngle}, Named{"mean", Quantity::MeanAngle},
+            Named{"length", Quantity::Length},       Named{"nodes", Quantity::Nodes},
+            Named{"first", Quantity::FirstTime},     Named{"last", Quantity::LastTime},
+            Named{"class", Quantity::Class}};
         for (const auto& [name, quantity] : names)
             if (accept(name)) return quantity;
         fail("expected angle, mean, length, nodes, first, last or class");
@@ -82,7 +80,8 @@ class LineRule::Reader {
 
     [[noreturn]] void fail(const std::string& expected) const {
         throw UsageError("'" + m_text + "': " + expected + " at character " +
-                         std::to_string(m_at + 1) + "; a rule is for example 'angle<60 & length>5'");
+                         std::to_string(m_at + 1) +
+                         "; a rule is for example 'angle<60 & length>5'");
     }
 
     const std::string& m_text;

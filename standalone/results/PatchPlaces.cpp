@@ -1,5 +1,9 @@
 #include "PatchPlaces.h"
 
+#include <algorithm>
+#include <limits>
+#include <utility>
+
 #include "comm/Messages.h"
 
 namespace weldline {
@@ -26,8 +30,8 @@ PatchPlaces findPatchPlaces(Ranks& ranks, const FvMesh& mesh, const std::vector<
     for (std::size_t p = 0; p < patches.size(); ++p) {
         if (groups.patches[p].kind == GroupKind::Wall) continue;
         for (int f = 0; f < patches[p].faces.count(); ++f)
-            own.push_back({static_cast<int>(places.names.size()),
-                           meanCorner(mesh, patches[p].faces[f])});
+            own.push_back(
+                {static_cast<int>(places.names.size()), meanCorner(mesh, patches[p].faces[f])});
         places.names.push_back(patches[p].name);
     }
     for (const Bytes& message : gatherToAll(ranks, toBytes(own)))
@@ -39,13 +43,15 @@ PatchPlaces findPatchPlaces(Ranks& ranks, const FvMesh& mesh, const std::vector<
 }
 
 void addNearestPatches(const PatchPlaces& places, WeldLines& lines) {
-    for (WeldLine& line : lines.lines)
-        for (std::size_t f = 0; f < places.faceCentres.size(); ++f) {
-            const double distance = norm(places.faceCentres[f] - line.centroid);
-            if (!line.patch.empty() && distance >= line.patchDistance) continue;
-            line.patch = places.names[static_cast<std::size_t>(places.patchOfFace[f])];
-            line.patchDistance = distance;
-        }
+    if (places.faceCentres.empty()) return;
+    for (WeldLine& line : lines.lines) {
+        std::pair<double, int> nearest{std::numeric_limits<double>::infinity(), 0};
+        for (std::size_t f = 0; f < places.faceCentres.size(); ++f)
+            nearest = std::min(
+                nearest, {norm(places.faceCentres[f] - line.centroid), places.patchOfFace[f]});
+        line.patchDistance = nearest.first;
+        line.patch = places.names[static_cast<std::size_t>(nearest.second)];
+    }
 }
 
 }  // namespace weldline

@@ -63,8 +63,8 @@ Vec3 SkinProjection::nearestOnPolygon(Vec3 x, int polygon) const {
     Vec3 best = middle;
     int previous = corners.back();
     for (const int corner : corners) {
-        best = nearer(x, best, nearestOnTriangle(x, middle, m_mesh.points[previous],
-                                                 m_mesh.points[corner]));
+        best = nearer(x, best,
+                      nearestOnTriangle(x, middle, m_mesh.points[previous], m_mesh.points[corner]));
         previous = corner;
     }
     return best;

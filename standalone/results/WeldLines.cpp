@@ -41,12 +41,12 @@ class NodeSets {
     std::vector<int> m_parent;
 };
 
-void joinAlongEdges(const FvMesh& mesh, const std::vector<bool>& weld, NodeSets& sets) {
+void joinOnFaces(const FvMesh& mesh, const std::vector<bool>& weld, NodeSets& sets) {
     for (int f = 0; f < mesh.faceCount(); ++f) {
-        const auto polygon = mesh.faceNodes[f];
-        int previous = polygon.back();
-        for (const int node : polygon) {
-            if (weld[previous] && weld[node]) sets.join(previous, node);
+        int previous = -1;
+        for (const int node : mesh.faceNodes[f]) {
+            if (!weld[node]) continue;
+            if (previous >= 0) sets.join(previous, node);
             previous = node;
         }
     }
@@ -135,7 +135,7 @@ WeldLines findWeldLines(const RankPart& part, const FvMesh& mesh, const std::vec
     result.weldNodes = ranks.sum(result.weldNodes);
     result.undefinedNodes = ranks.sum(result.undefinedNodes);
     NodeSets sets(static_cast<int>(angles.size()));
-    joinAlongEdges(mesh, weld, sets);
+    joinOnFaces(mesh, weld, sets);
     const std::vector<std::int64_t> smallest = smallestNodes(part, weld, sets);
 
     std::vector<double>& times = result.formationTime;

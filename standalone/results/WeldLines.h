@@ -59,10 +59,10 @@ inline double reportedAngle(double angle) {
     return angle < 0.0 ? 0.0 : angle;
 }
 
-// Joins weld nodes along mesh edges to weld lines.
+// Joins weld nodes to weld lines.
 //  - A weld node has an angle below 180 and below `limit` (degrees).
-//  - Mesh edges are the edges of the face polygons; two weld nodes at the ends of an edge belong to
-//    the same weld line.
+//  - Two weld nodes of a mesh face belong to the same weld line: across a mesh of hexahedra a line
+//    steps from corner to opposite corner.
 //  - Weld lines are ordered by number of nodes, descending, then by their smallest node number.
 // `angles` has one value per point (degrees), `fillTime` one per cell (exactly 0 where the melt
 // did not come). Cost: linear in the size of the mesh.

@@ -25,7 +25,8 @@ std::vector<std::string> linesOf(const std::string& text) {
 
 void checkAnalyze(const AnalyzeOptions& options) {
     fuzz::require(!options.input.empty(), "analyze has an input");
-    fuzz::require(options.maxAngle > 0.0 && options.maxAngle <= 180.0, "the angle is possible");
+    fuzz::require(options.lineOptions.limit > 0.0 && options.lineOptions.limit <= 180.0,
+                  "the angle is possible");
     fuzz::require(
         options.control.empty() || (options.set.empty() && !options.method && !options.gradient),
         "a control file stands alone");

@@ -104,8 +104,7 @@ TEST_F(Analyze, lengths_in_too_small_a_unit_are_noted) {
 }
 
 TEST_F(Analyze, largest_angle_leaves_out_what_opens_wider) {
-    EXPECT_EQ(summaryOf(plateWithTwoFronts(10, 2, 2), {"--limit", "1"})["counts"]["weldNodes"],
-              9);
+    EXPECT_EQ(summaryOf(plateWithTwoFronts(10, 2, 2), {"--limit", "1"})["counts"]["weldNodes"], 9);
 }
 
 // 10 * 2 * 1 cells: 9 * 2 + 10 * 1 inner faces; 2 * (2 * 1 + 10 * 1 + 10 * 2) outside.

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
@@ -45,14 +46,24 @@ TEST_F(Lines, have_class_and_length) {
     EXPECT_EQ(line["class"], "weld");
     EXPECT_NEAR(line["length"].get<double>(), 0.2, 0.01);
     EXPECT_EQ(line["branchLength"], 0.0);
-    // Round the plate: two widths and two thicknesses.
-    EXPECT_NEAR(line["skinLength"].get<double>(), 0.6, 0.15);
     EXPECT_EQ(line["nearestPatch"], nullptr);
 }
 
+// Fronts that meet at 60 degrees.
 TEST_F(Lines, class_follows_the_weld_limit) {
-    // The mean angle is 0 but for rounding.
-    EXPECT_EQ(summary({"--weld-limit", "1e-9"})["components"].at(0)["class"], "meld");
+    SampleMesh mesh = plate(20, 8, 2);
+    addCellArray(mesh, "FillTime", [](SampleMesh::Point p) {
+        return 0.05 + 0.866 * std::min(p[0], 1.0 - p[0]) + 0.5 * p[1];
+    });
+    const std::string file = write("oblique.vtu", mesh);
+    const auto lineAt = [&](const std::string& limit) {
+        const Outcome outcome = weldline({"analyze", file, "--weld-limit", limit, "--json", "-"});
+        return Json::parse(outcome.out)["components"].at(0);
+    };
+    const double mean = lineAt("180")["meanAngle"];
+    EXPECT_GT(mean, 1.0);
+    EXPECT_EQ(lineAt(std::to_string(mean + 0.1))["class"], "weld");
+    EXPECT_EQ(lineAt(std::to_string(mean - 0.1))["class"], "meld");
 }
 
 TEST_F(Lines, carry_cell_and_point_values) {
@@ -94,8 +105,9 @@ TEST_F(Lines, csv_has_one_line_each) {
     std::getline(lines, head);
     std::getline(lines, row);
     EXPECT_TRUE(head.starts_with("id,class,nodes,length,branch_length,skin_length,"));
-    EXPECT_TRUE(head.ends_with("patch,patch_distance,Temperature_smallest,Temperature_mean,"
-                               "Temperature_largest"));
+    EXPECT_TRUE(
+        head.ends_with("patch,patch_distance,Temperature_smallest,Temperature_mean,"
+                       "Temperature_largest"));
     EXPECT_TRUE(row.starts_with("1,weld,9,0."));
     EXPECT_EQ(std::count(head.begin(), head.end(), ','), std::count(row.begin(), row.end(), ','));
     EXPECT_FALSE(std::getline(lines, more));

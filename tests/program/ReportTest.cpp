@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <nlohmann/json.hpp>
 
 #include "ProgramTest.h"
@@ -60,8 +61,9 @@ TEST_F(Report, holds_skin_lines_and_settings) {
 }
 
 TEST_F(Report, data_cannot_end_its_element) {
-    EXPECT_EQ(weldline({"report", result(), "-o", at("report.html"), "--title",
-                        "</script><b>x"}).exitCode, 0);
+    EXPECT_EQ(weldline({"report", result(), "-o", at("report.html"), "--title", "</script><b>x"})
+                  .exitCode,
+              0);
     const std::string page = read(at("report.html"));
     EXPECT_FALSE(contains(page, "</script><b>x"));
     EXPECT_EQ(dataOf(page)["title"], "</script><b>x");

@@ -31,8 +31,8 @@ PointGraph block(int nx, int ny, int nz) {
     for (int z = 0; z < nz; ++z)
         for (int y = 0; y < ny; ++y)
             for (int x = 0; x < nx; ++x)
-                places.push_back({static_cast<double>(x), static_cast<double>(y),
-                                  static_cast<double>(z)});
+                places.push_back(
+                    {static_cast<double>(x), static_cast<double>(y), static_cast<double>(z)});
     return linked(places, std::sqrt(3.0) + 1e-9);
 }
 

@@ -1,0 +1,44 @@
+"""check_schema.py PROGRAM SCHEMAS INPUT: what the program writes is what its schemas say."""
+
+import json
+import pathlib
+import subprocess
+import sys
+import tempfile
+
+import jsonschema
+
+
+def schema(folder, name):
+    return jsonschema.Draft202012Validator(json.loads((folder / name).read_text()))
+
+
+def refuses(validator, document, change):
+    broken = json.loads(json.dumps(document))
+    change(broken)
+    return not validator.is_valid(broken)
+
+
+def main():
+    program, schemas, case = sys.argv[1], pathlib.Path(sys.argv[2]), sys.argv[3]
+    with tempfile.TemporaryDirectory() as name:
+        folder = pathlib.Path(name)
+        subprocess.run([program, "analyze", case, "--json", folder / "s.json", "-o",
+                        folder / "r.vtu", "--lines", folder / "l.vtp", "--csv", folder / "l.csv"],
+                       check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        summary = json.loads((folder / "s.json").read_text())
+        subprocess.run([program, "report", folder / "r.vtu", "-o", folder / "r.html"], check=True)
+        page = (folder / "r.html").read_text()
+    validator = schema(schemas, "summary-1.json")
+    validator.validate(summary)
+    assert summary["components"], "the case has weld lines"
+    assert refuses(validator, summary, lambda s: s["components"][0].pop("length"))
+    assert refuses(validator, summary, lambda s: s["components"][0].update({"class": "wild"}))
+    data = page.split('id="report-data">', 1)[1].split("</script>", 1)[0]
+    document = json.loads(data)
+    validator = schema(schemas, "report-1.json")
+    validator.validate(document)
+    assert refuses(validator, document, lambda s: s["lines"][0].pop("polylines"))
+
+
+main()
