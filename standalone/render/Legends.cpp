@@ -93,7 +93,7 @@ void drawTimeLegend(Canvas& canvas, const SheetLayout& layout, const Palette& pa
     // The last edge has a number; one that came too near to it has none.
     for (int b = 0; b <= count; ++b)
         if (b == count || (b % step == 0 && b + step <= count))
-            scale.tick(static_cast<double>(b) / count, shortNumber(bands.edges[b]));
+            scale.tick(static_cast<double>(b) / count, legendNumber(bands.edges[b]));
     if (!hasNotReached) return;
     const double left = box.right() - noteWidth + letter;
     canvas.fill(left, box.top + barTop * letter, left + 1.2 * letter, box.top + barBottom * letter,
@@ -126,7 +126,7 @@ void drawScaleBar(Canvas& canvas, const SheetLayout& layout, const Palette& pale
     canvas.fill(left, y - half, right, y + half, palette.text);
     for (const double end : {left + half, right - half})
         canvas.fill(end - half, y - 0.4 * letter, end + half, y + 0.4 * letter, palette.text);
-    writeText(canvas, shortNumber(length), 0.5 * (left + right), box.top + labelFoot * letter,
+    writeText(canvas, legendNumber(length), 0.5 * (left + right), box.top + labelFoot * letter,
               labelStyle(letter, palette, TextAlign::Centre));
 }
 

@@ -32,7 +32,7 @@ double roundUp(double limit) {
     return scaled(1, exponent + 1);
 }
 
-std::string shortNumber(double value) {
+std::string legendNumber(double value) {
     std::array<char, 32> text{};
     std::snprintf(text.data(), text.size(), "%.6g", value == 0.0 ? 0.0 : value);
     return text.data();

@@ -13,6 +13,6 @@ double roundDown(double limit);
 double roundUp(double limit);
 
 // A number as legends show it: six significant digits at most.
-std::string shortNumber(double value);
+std::string legendNumber(double value);
 
 }  // namespace weldline

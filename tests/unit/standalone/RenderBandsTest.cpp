@@ -32,10 +32,10 @@ TEST(RoundNumbers, above_a_limit) {
 }
 
 TEST(RoundNumbers, shown_with_six_digits) {
-    EXPECT_EQ(shortNumber(0.1 + 0.2), "0.3");
-    EXPECT_EQ(shortNumber(-0.0), "0");
-    EXPECT_EQ(shortNumber(1234567.0), "1.23457e+06");
-    EXPECT_EQ(shortNumber(0.05), "0.05");
+    EXPECT_EQ(legendNumber(0.1 + 0.2), "0.3");
+    EXPECT_EQ(legendNumber(-0.0), "0");
+    EXPECT_EQ(legendNumber(1234567.0), "1.23457e+06");
+    EXPECT_EQ(legendNumber(0.05), "0.05");
 }
 
 TEST(EvenBands, share_the_time_out) {
