@@ -151,7 +151,9 @@ void drawViewNotes(Canvas& canvas, const SheetBox& box, double letter, const Pal
         canvas.stroke(x, y, x + length * dx, y + length * dy, std::max(1.2, 0.09 * letter),
                       palette.faintText);
         const double beyond = length + 0.45 * letter;
-        writeText(canvas, axis.name, x + beyond * dx, y + beyond * dy + 0.4 * letter,
+        // An axis that looks short may lie on another: its name stands beside it.
+        const double aside = std::hypot(dx, dy) < 0.75 ? 0.5 * letter : 0.0;
+        writeText(canvas, axis.name, x + beyond * dx - aside, y + beyond * dy + 0.4 * letter,
                   labelStyle(letter, palette, TextAlign::Centre));
     }
 }

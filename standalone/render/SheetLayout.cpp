@@ -18,11 +18,13 @@ int pixels(double length) {
     return static_cast<int>(std::lround(length));
 }
 
-// One line of text is the 56th part of a middling side, and readable.
+// One line of text is the 56th part of a middling side, less on a slim sheet, and readable.
 double letterOf(int width, int height) {
     constexpr double smallest = 13.0;
-    const double letter = std::max(smallest, std::sqrt(static_cast<double>(width) * height) / 56.0);
-    return std::min(width, height) < leastSide * letter ? 0.0 : letter;
+    const int side = std::min(width, height);
+    const double usual = std::sqrt(static_cast<double>(width) * height) / 56.0;
+    const double letter = std::max(smallest, std::min(usual, side / 24.0));
+    return side < leastSide * letter ? 0.0 : letter;
 }
 
 // The views in rows as near to a square as their number allows; more columns than rows on a wide

@@ -95,7 +95,7 @@ View defaultView(const std::vector<Vec3>& points) {
     if (!isFlat) return viewFrom(-60.0, 30.0);
     if (axes[0] == 1) return viewFrom(-70.0, 20.0);
     if (axes[0] == 0) return viewFrom(20.0, 20.0);
-    return size.x >= size.y ? viewFrom(-80.0, 55.0) : viewFrom(10.0, 55.0);
+    return size.x >= size.y ? viewFrom(-90.0, 58.0) : viewFrom(0.0, 58.0);
 }
 
 ViewBox boxIn(const View& view, const std::vector<Vec3>& points) {

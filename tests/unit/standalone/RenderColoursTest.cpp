@@ -119,9 +119,10 @@ TEST(CanvasStroke, is_as_wide_as_asked_and_round_at_its_ends) {
         const bool within = y >= 3 && y <= 5;
         EXPECT_EQ(pixelOf(canvas, 10, y)[0], within ? 255 : 0) << y;
     }
-    EXPECT_EQ(pixelOf(canvas, 3, 4)[0], 255);  // 1.5 before the end
+    EXPECT_EQ(pixelOf(canvas, 4, 4)[0], 255);
+    EXPECT_EQ(pixelOf(canvas, 3, 4)[0], 128);  // its middle is 1.5 from the end
+    EXPECT_EQ(pixelOf(canvas, 3, 3)[0], 50);   // sqrt(1.5^2 + 1) from the end: round
     EXPECT_EQ(pixelOf(canvas, 2, 4)[0], 0);
-    EXPECT_LT(pixelOf(canvas, 3, 3)[0], 255);  // 1.8 from the end: round
 }
 
 }  // namespace weldline::test
