@@ -9,6 +9,7 @@
 #include "ExplainArguments.h"
 #include "HelpTexts.h"
 #include "LineArguments.h"
+#include "RenderArguments.h"
 #include "base/Errors.h"
 
 namespace weldline {
@@ -235,6 +236,7 @@ void checkValues(const CLI::App& app, const Arguments& arguments) {
     checkLineOptions(arguments.analyze.lineOptions);
     checkLineOptions(arguments.report.lines);
     checkCompare(arguments.compare);
+    checkRender(arguments.render);
     checkRule(arguments.analyze.failOn);
     for (const auto* command : app.get_subcommands())
         for (const auto* option : command->get_options())
@@ -265,6 +267,7 @@ Arguments parseArguments(int argc, char** argv) {
     addCompare(app, result.compare);
     addExplain(app, result.explain);
     addInfo(app, result.info);
+    addRender(app, result.render);
     addReport(app, result.report);
     addSettingsCommand(app, result.settings);
     try {
@@ -289,6 +292,7 @@ Arguments parseArguments(int argc, char** argv) {
     if (app.got_subcommand("compare")) result.command = Arguments::Command::Compare;
     if (app.got_subcommand("explain")) result.command = Arguments::Command::Explain;
     if (app.got_subcommand("info")) result.command = Arguments::Command::Info;
+    if (app.got_subcommand("render")) result.command = Arguments::Command::Render;
     if (app.got_subcommand("report")) result.command = Arguments::Command::Report;
     if (app.got_subcommand("settings")) result.command = Arguments::Command::Settings;
     return result;

@@ -6,6 +6,7 @@
 
 #include "bind/FillTime.h"
 #include "mesh/BoundaryGroups.h"
+#include "render/Background.h"
 #include "results/LineDetails.h"
 
 namespace weldline {
@@ -66,6 +67,18 @@ struct ExplainOptions {
     std::string json;
 };
 
+struct RenderOptions {
+    std::string input;               // a result of analyze
+    std::string output;              // .png
+    std::vector<std::string> views;  // none: the usual view of the part
+    std::string size = "1600x1000";
+    bool coloursTime = true;
+    std::optional<int> bands;  // missing: bands of a round width
+    Background background = Background::Light;
+    bool seesThrough = false;
+    LineOptions lines;
+};
+
 struct ReportOptions {
     std::string input;   // a result of analyze
     std::string output;  // .html
@@ -79,13 +92,14 @@ struct SettingsOptions {
 };
 
 struct Arguments {
-    enum class Command { ShowText, Analyze, Compare, Explain, Info, Report, Settings };
+    enum class Command { ShowText, Analyze, Compare, Explain, Info, Render, Report, Settings };
     Command command = Command::ShowText;
     std::string text;  // help or version, for ShowText
     AnalyzeOptions analyze;
     CompareOptions compare;
     ExplainOptions explain;
     InfoOptions info;
+    RenderOptions render;
     ReportOptions report;
     SettingsOptions settings;
 };

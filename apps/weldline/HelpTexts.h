@@ -12,6 +12,7 @@ inline constexpr const char* programFooter =
     "  weldline info part.vtu\n"
     "  weldline analyze part.vtu -o result.vtu\n"
     "  weldline report result.vtu -o report.html\n"
+    "  weldline render result.vtu -o result.png\n"
     "  weldline settings > run.cmp\n"
     "\n"
     "'weldline COMMAND --help' tells more about a command.\n"
@@ -20,8 +21,8 @@ inline constexpr const char* programFooter =
     "10 a weld line fulfils the rule of --fail-on.\n";
 
 inline constexpr const char* noSuchCommand =
-    ": no command of the program; use analyze, compare, explain, info, report or settings, or see "
-    "'weldline --help'";
+    ": no command of the program; use analyze, compare, explain, info, render, report or "
+    "settings, or see 'weldline --help'";
 
 inline constexpr const char* analyzeFooter =
     "Examples:\n"
@@ -95,6 +96,24 @@ inline constexpr const char* infoFooter =
     "  weldline info part.vtu --json - | jq .arrays\n"
     "\n"
     "Exit codes: 0 done, 1 failed while running, 2 wrong usage, 3 unusable input.\n";
+
+inline constexpr const char* renderFooter =
+    "Examples:\n"
+    "  weldline render result.vtu -o result.png\n"
+    "  weldline render result.vtu -o sheet.png --view +z --view -y --view iso\n"
+    "      several views in one picture\n"
+    "  weldline render result.vtu -o poster.png --size 6000x4000 --background dark\n"
+    "  weldline render result.vtu -o inside.png --view 30,20 --through\n"
+    "      also what the part hides of its lines\n"
+    "  weldline render result.vtu -o worst.png --limit 60 --min-length 5\n"
+    "      only where fronts meet at less than 60 degrees, lines of at least 5 units\n"
+    "\n"
+    "The part shows its fill time in bands, grey where the melt did not come, the\n"
+    "lines on its skin their meeting angle. Lengths and times are in the units of the\n"
+    "data set. Neither a display nor a graphics card is needed.\n"
+    "\n"
+    "Exit codes: 0 done, 1 failed while running (no OpenGL on this machine, disk full,\n"
+    "...), 2 wrong usage, 3 unusable input.\n";
 
 inline constexpr const char* reportFooter =
     "Examples:\n"

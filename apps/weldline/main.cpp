@@ -12,6 +12,7 @@
 #include "Explain.h"
 #include "Info.h"
 #include "Interruption.h"
+#include "Render.h"
 #include "Report.h"
 #include "ShowSettings.h"
 #include "base/Errors.h"
@@ -31,6 +32,7 @@ ExitCode runCommand(Ranks& ranks, const Arguments& arguments) {
         if (arguments.command == Arguments::Command::Compare) compareResults(arguments.compare);
         if (arguments.command == Arguments::Command::Explain) explainResult(arguments.explain);
         if (arguments.command == Arguments::Command::Info) showInfo(arguments.info);
+        if (arguments.command == Arguments::Command::Render) renderResult(arguments.render);
         if (arguments.command == Arguments::Command::Report) writeReport(arguments.report);
         if (arguments.command == Arguments::Command::Settings) showSettings(arguments.settings);
     });
@@ -39,8 +41,9 @@ ExitCode runCommand(Ranks& ranks, const Arguments& arguments) {
 
 // The data set that the command works on, for messages; empty: none.
 std::string inputOf(const Arguments& arguments) {
-    for (const std::string& input : {arguments.analyze.input, arguments.compare.first,
-                                     arguments.explain.input, arguments.info.input})
+    for (const std::string& input :
+         {arguments.analyze.input, arguments.compare.first, arguments.explain.input,
+          arguments.info.input, arguments.render.input})
         if (!input.empty()) return input;
     return arguments.report.input;
 }

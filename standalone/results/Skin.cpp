@@ -9,8 +9,6 @@ namespace weldline {
 
 namespace {
 
-constexpr double kCosOfBend = 0.8660254037844387;  // of 30 degrees
-
 // Numbers the corners of boundary faces in order of their first appearance.
 std::vector<int> numberPoints(const FvMesh& mesh, Skin& skin) {
     std::vector<int> pointOf(mesh.points.size(), -1);
@@ -39,12 +37,15 @@ void addTimes(const FvMesh& mesh, const std::vector<float>& fillTime,
         skin.time.push_back(cells[p] > 0 ? static_cast<float>(sum[p] / cells[p]) : -1.0F);
 }
 
-void addTriangles(const FvMesh& mesh, const std::vector<int>& pointOf, Skin& skin) {
+void addTriangles(const FvMesh& mesh, const std::vector<float>& fillTime,
+                  const std::vector<int>& pointOf, Skin& skin) {
     for (int f = mesh.innerFaces; f < mesh.firstInterfaceFace(); ++f) {
         const auto corners = mesh.faceNodes[f];
-        for (std::size_t i = 2; i < corners.size(); ++i)
+        for (std::size_t i = 2; i < corners.size(); ++i) {
             skin.triangles.push_back(
                 {pointOf[corners[0]], pointOf[corners[i - 1]], pointOf[corners[i]]});
+            skin.isReached.push_back(isReached(fillTime[mesh.owner[f]]));
+        }
     }
 }
 
@@ -73,7 +74,7 @@ Skin skinOf(const FvMesh& mesh, const std::vector<float>& fillTime) {
     Skin skin;
     const std::vector<int> pointOf = numberPoints(mesh, skin);
     addTimes(mesh, fillTime, pointOf, skin);
-    addTriangles(mesh, pointOf, skin);
+    addTriangles(mesh, fillTime, pointOf, skin);
     addEdges(mesh, pointOf, skin);
     return skin;
 }

@@ -52,6 +52,8 @@ void check(const Arguments& arguments) {
                 "explain has a node or a place");
         case Arguments::Command::Info:
             return fuzz::require(!arguments.info.input.empty(), "info has an input");
+        case Arguments::Command::Render:
+            return fuzz::require(!arguments.render.output.empty(), "render has an output");
         case Arguments::Command::Report:
             return fuzz::require(!arguments.report.output.empty(), "report has an output");
         case Arguments::Command::Settings:

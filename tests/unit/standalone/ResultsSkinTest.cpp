@@ -39,6 +39,17 @@ TEST(Skin, times_are_means_over_reached_cells) {
     for (const float time : skinOf(mesh, {0.0F, 0.0F, 0.0F}).time) EXPECT_EQ(time, -1.0F);
 }
 
+TEST(Skin, tells_which_triangles_the_melt_reached) {
+    const FvMesh mesh = buildFvMesh(hexahedraMesh(3, 1, 1));
+    const Skin skin = skinOf(mesh, {2.0F, 0.0F, 6.0F});
+    ASSERT_EQ(skin.isReached.size(), skin.triangles.size());
+    for (std::size_t t = 0; t < skin.triangles.size(); ++t) {
+        double x = 0.0;
+        for (const int corner : skin.triangles[t]) x += skin.points[corner].x / 3.0;
+        EXPECT_EQ(skin.isReached[t], x < 1.0 || x > 2.0) << x;
+    }
+}
+
 TEST(MeshQuality, of_cubes_is_ideal) {
     const MeshQuality quality = qualityOf(buildFvMesh(hexahedraMesh(3, 2, 2)));
     EXPECT_NEAR(quality.worstNonOrthogonality, 0.0, 1e-5);
