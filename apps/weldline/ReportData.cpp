@@ -7,16 +7,14 @@
 #include <cstring>
 #include <filesystem>
 #include <map>
-#include <nlohmann/json.hpp>
 
+#include "JsonParts.h"
 #include "mesh/MeshQuality.h"
 #include "results/Skin.h"
 
 namespace weldline {
 
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 constexpr double kBinWidth = 5.0;  // degrees
 constexpr int kBins = 36;
@@ -67,14 +65,6 @@ std::string packedPoints(const std::vector<Vec3>& points, Vec3 origin) {
 
 std::string packedFloats(const std::vector<double>& values) {
     return packed(std::vector<float>(values.begin(), values.end()));
-}
-
-Json number(double value) {
-    return std::isfinite(value) ? Json(value) : Json();
-}
-
-Json vector(Vec3 v) {
-    return Json::array({number(v.x), number(v.y), number(v.z)});
 }
 
 Json skinJson(const ResultModel& model, Vec3 origin) {
