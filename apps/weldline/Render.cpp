@@ -50,7 +50,9 @@ void addLines(const FoundLines& found, PictureScene& scene) {
     for (const LineShape& shape : found.shapes) {
         if (!shown.contains(shape.id)) continue;
         scene.skinLines.insert(scene.skinLines.end(), shape.skin.begin(), shape.skin.end());
-        scene.innerLines.insert(scene.innerLines.end(), shape.path.begin(), shape.path.end());
+        std::vector<LineCurve>& within =
+            shape.runsAlongSkin() ? scene.innerLines : scene.buriedLines;
+        within.insert(within.end(), shape.path.begin(), shape.path.end());
     }
 }
 

@@ -76,16 +76,11 @@ Json skinJson(const ResultModel& model, Vec3 origin) {
             {"edges", packed(skin.edges)}};
 }
 
-// Whether a line runs along the skin, rather than ending there or staying inside.
-bool runsAlongSkin(const LineShape& shape) {
-    return shape.skinLength >= shape.length;
-}
-
 // The curves on the skin, and those through the part where the skin shows too little of the line.
 Json curvesJson(const LineShape& shape, Vec3 origin) {
     Json curves = Json::array();
     std::vector<LineCurve> all = shape.skin;
-    if (!runsAlongSkin(shape)) all.insert(all.end(), shape.path.begin(), shape.path.end());
+    if (!shape.runsAlongSkin()) all.insert(all.end(), shape.path.begin(), shape.path.end());
     for (const LineCurve& curve : all) {
         LineCurve drawn = curve;
         if (curve.isClosed) {
@@ -136,7 +131,7 @@ Json linesJson(const FoundLines& found, Vec3 origin) {
 bool staysInside(const FoundLines& found) {
     return std::any_of(found.shapes.begin(), found.shapes.end(), [&](const LineShape& shape) {
         const auto& lines = found.lines.lines;
-        return !runsAlongSkin(shape) &&
+        return !shape.runsAlongSkin() &&
                std::any_of(lines.begin(), lines.end(),
                            [&](const auto& line) { return line.id == shape.id; });
     });
