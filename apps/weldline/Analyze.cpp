@@ -61,6 +61,7 @@ Summary startSummary(const AnalyzeOptions& options, const RunControl& control,
     summary.biField = options.biField;
     summary.cellState = options.cellState;
     summary.zeroTime = options.zeroTime;
+    summary.trappedAir = options.trappedAir;
     summary.outputs = outputs;
     summary.remarks = control.remarks;
     return summary;
@@ -173,8 +174,7 @@ Summary run(Ranks& ranks, const AnalyzeOptions& options, Progress& progress) {
 
     // 4. Bind.
     progress.step("binding mesh and fill time");
-    const RunFillTime fill =
-        prepareRunFillTime(part, options.input, input, mesh, groups, options.zeroTime);
+    const RunFillTime fill = prepareRunFillTime(part, options, input, mesh, groups);
     summary.fill = fill.counts;
     append(summary.remarks, fillRemarks(fill.counts));
     const CellsAcross across = cellsAcross(part, fill.merged);

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "bind/FillTime.h"
+#include "bind/TrappedAir.h"
 #include "mesh/BoundaryGroups.h"
 #include "render/Background.h"
 #include "results/LineDetails.h"
@@ -39,6 +40,7 @@ struct AnalyzeOptions {
     std::string cellState;           // integer cell array; empty: none
     int meshFileType = 0;
     ZeroFillTime zeroTime = ZeroFillTime::Automatic;
+    TrappedAir trappedAir = TrappedAir::Keep;
     LineOptions lineOptions;
     bool reasons = false;            // the result tells why nodes have no smaller angle
     std::vector<std::string> carry;  // cell or point arrays whose values the lines get

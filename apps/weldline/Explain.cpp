@@ -72,8 +72,10 @@ struct Calculated {
 Calculated calculate(const std::string& file, const ResultToExplain& result,
                      const BoundaryGroups& groups) {
     const RunNotes& notes = result.notes;
-    const std::vector<float> fillTime =
+    std::vector<float> fillTime =
         prepareFillTime(result.data.fillTime, result.mesh, groups, notes.zeroTime).values;
+    if (notes.trappedAir == TrappedAir::Close)
+        closeTrappedAir(UncutMesh().part(), result.mesh, fillTime);
     const std::string control = [&] {
         try {
             return sectionFromSettings(notes.settings);

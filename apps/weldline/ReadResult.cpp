@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "RunNotes.h"
 #include "base/Errors.h"
 #include "bind/FillTime.h"
 #include "results/FlowDirection.h"
@@ -47,15 +48,16 @@ ResultModel readResult(const std::string& file, const LineOptions& options,
     UncutMesh uncut(model.mesh.pointCount());
     const RankPart part = uncut.part();
     model.fillTime = reachedTimes(part, data.fillTime, model.mesh);
-    model.directions = flowDirections(model.mesh, model.fillTime);
     model.angles = std::move(data.pointFields.front());
     model.notes = std::move(data.notes);
+    std::vector<float> times = model.fillTime;
+    if (trappedAirOf(model.notes) == TrappedAir::Close) closeTrappedAir(part, model.mesh, times);
+    model.directions = flowDirections(model.mesh, times);
     std::vector<CarriedField> fields;
     for (std::size_t c = 0; c < carry.size(); ++c)
         fields.push_back({carry[c], std::move(data.carried[c])});
     model.found = findLines(
-        part,
-        {model.mesh, model.notes.patches, model.fillTime, model.directions, model.angles, fields},
+        part, {model.mesh, model.notes.patches, times, model.directions, model.angles, fields},
         options);
     return model;
 }

@@ -16,7 +16,7 @@ struct ResultModel {
     std::string file;
     FvMesh mesh;
     std::vector<float> fillTime;   // per cell; exactly 0 where the melt did not come
-    std::vector<Vec3> directions;  // of the flow, per cell
+    std::vector<Vec3> directions;  // of the flow, per cell; also where the run closed gaps
     std::vector<double> angles;    // per node, degrees
     ResultNotes notes;
     FoundLines found;

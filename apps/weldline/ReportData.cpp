@@ -9,6 +9,7 @@
 #include <map>
 
 #include "JsonParts.h"
+#include "RunNotes.h"
 #include "mesh/MeshQuality.h"
 #include "results/Skin.h"
 
@@ -163,6 +164,7 @@ Json settingsJson(const Json& run, const LineOptions& options) {
     if (run.contains("field")) add("fill time", run["field"]);
     const Json settings = run.value("settings", Json::object());
     for (const auto& [name, value] : settings.items()) add(name, value);
+    if (run.contains("trappedAir")) add("trappedAir", run["trappedAir"]);
     add("limit", options.limit);
     add("weldLimit", options.weldLimit);
     add("minLength", options.filter.minLength);
@@ -210,7 +212,12 @@ Json remarksJson(const ResultModel& model) {
     const auto cells = std::count(model.fillTime.begin(), model.fillTime.end(), 0.0F);
     if (cells > 0)
         remarks.push_back(std::to_string(cells) + (cells == 1 ? " cell is" : " cells are") +
-                          " not reached by the melt; no weld line is found between them");
+                          " not reached by the melt; " +
+                          (trappedAirOf(model.notes) == TrappedAir::Close
+                               ? "gaps get times as if it had gone on, and weld lines there are a "
+                                 "forecast"
+                               : "no weld line is found between them, and lines beside them may "
+                                 "lie wrong ('weldline analyze --trapped-air close')"));
     if (model.found.lines.undefinedNodes > 0)
         remarks.push_back(std::to_string(model.found.lines.undefinedNodes) +
                           " nodes have no defined angle and belong to no weld line");

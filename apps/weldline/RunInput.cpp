@@ -48,6 +48,14 @@ void refuseEmpty(const std::string& file, const std::string& field, const FillTi
                      "--time");
 }
 
+// What closes a gap counts as the first injection.
+void closeGaps(const RankPart& part, const FvMesh& mesh, RunFillTime& fill) {
+    const std::vector<float> before = fill.merged;
+    fill.counts.closed = closeTrappedAir(part, mesh, fill.merged);
+    for (std::size_t c = 0; c < before.size(); ++c)
+        if (!isReached(before[c])) fill.first[c] = fill.merged[c];
+}
+
 }  // namespace
 
 RunInput readRunInput(Ranks& ranks, const AnalyzeOptions& options) {
@@ -78,21 +86,23 @@ RunInput readRunInput(Ranks& ranks, const AnalyzeOptions& options) {
     return input;
 }
 
-RunFillTime prepareRunFillTime(const RankPart& part, const std::string& file, const RunInput& input,
-                               const FvMesh& mesh, const BoundaryGroups& groups,
-                               ZeroFillTime zero) {
-    FillTime first = prepareFillTime(part, input.fillTime(), mesh, groups, zero);
+RunFillTime prepareRunFillTime(const RankPart& part, const AnalyzeOptions& options,
+                               const RunInput& input, const FvMesh& mesh,
+                               const BoundaryGroups& groups) {
+    FillTime first = prepareFillTime(part, input.fillTime(), mesh, groups, options.zeroTime);
     RunFillTime fill;
     fill.first = std::move(first.values);
     fill.merged = fill.first;
     fill.counts = first.counts;
     // On purpose by the option: a rank without cells has no values either way.
     if (input.hasBiField) {
-        FillTime second = prepareFillTime(part, input.biField, mesh, groups, zero);
+        FillTime second = prepareFillTime(part, input.biField, mesh, groups, options.zeroTime);
         fill.second = std::move(second.values);
         addSecondInjection(part.ranks, fill, second.counts);
     }
-    agreeOnFailure(part.ranks, [&] { refuseEmpty(file, input.data.fieldName, fill.counts); });
+    agreeOnFailure(part.ranks,
+                   [&] { refuseEmpty(options.input, input.data.fieldName, fill.counts); });
+    if (options.trappedAir == TrappedAir::Close) closeGaps(part, mesh, fill);
     return fill;
 }
 

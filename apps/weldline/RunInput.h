@@ -35,7 +35,8 @@ struct RunFillTime {
 };
 
 // Collective. Throws InputError on all ranks when no cell is reached.
-RunFillTime prepareRunFillTime(const RankPart& part, const std::string& file, const RunInput& input,
-                               const FvMesh& mesh, const BoundaryGroups& groups, ZeroFillTime zero);
+RunFillTime prepareRunFillTime(const RankPart& part, const AnalyzeOptions& options,
+                               const RunInput& input, const FvMesh& mesh,
+                               const BoundaryGroups& groups);
 
 }  // namespace weldline

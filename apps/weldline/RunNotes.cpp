@@ -45,6 +45,12 @@ std::string textOf(const RunJson& run, const char* name) {
     return found == run.end() || found->is_null() ? "" : found->get<std::string>();
 }
 
+TrappedAir trappedAirOf(const RunJson& run) {
+    const auto found = run.find("trappedAir");
+    return found != run.end() && *found == nameOf(TrappedAir::Close) ? TrappedAir::Close
+                                                                     : TrappedAir::Keep;
+}
+
 RunNotes understood(const RunJson& run, const std::vector<std::string>& patches) {
     RunNotes notes;
     notes.settings = settingsOf(run);
@@ -54,6 +60,7 @@ RunNotes understood(const RunJson& run, const std::vector<std::string>& patches)
         notes.groupOfPatch.push_back(groupOf(run.at("mesh").at("patches"), name));
     for (const ZeroFillTime zero : zeros)
         if (textOf(run, "zeroTime") == nameOf(zero)) notes.zeroTime = zero;
+    notes.trappedAir = trappedAirOf(run);
     notes.biField = textOf(run, "biField");
     notes.cellState = textOf(run, "cellState");
     return notes;
@@ -75,9 +82,18 @@ RunNotes readRunNotes(const std::string& file, const ResultNotes& notes) {
     }
 }
 
+TrappedAir trappedAirOf(const ResultNotes& notes) {
+    const RunJson run = RunJson::parse(notes.run, nullptr, false);
+    return run.is_object() ? trappedAirOf(run) : TrappedAir::Keep;
+}
+
 std::string nameOf(ZeroFillTime zero) {
     constexpr std::array<const char*, 3> names{"auto", "unreached", "filled"};
     return names[static_cast<std::size_t>(zero)];
+}
+
+std::string nameOf(TrappedAir gaps) {
+    return gaps == TrappedAir::Close ? "close" : "keep";
 }
 
 }  // namespace weldline

@@ -92,14 +92,24 @@ std::vector<std::string> groupRemarks(const BoundaryGroups& groups, const GroupP
     return remarks;
 }
 
+std::string gapRemark(const FillTimeCounts& counts) {
+    const std::string marked =
+        counts.marked > 0 ? " (" + std::to_string(counts.marked) + " NaN, infinite or negative)"
+                          : "";
+    const std::string gaps = cellsAre(counts.notReached) + " not reached by the melt" + marked;
+    if (counts.closed == 0)
+        return gaps +
+               "; no weld line is found between them, and lines beside them may lie wrong: "
+               "'--trapped-air close' closes such gaps";
+    const std::string closed =
+        counts.closed == counts.notReached ? "they" : std::to_string(counts.closed) + " of them";
+    return gaps + "; " + closed +
+           " get a time as if the melt had gone on, and weld lines there are a forecast";
+}
+
 std::vector<std::string> fillRemarks(const FillTimeCounts& counts) {
     std::vector<std::string> remarks;
-    if (counts.notReached > 0)
-        remarks.push_back(cellsAre(counts.notReached) + " not reached by the melt" +
-                          (counts.marked > 0 ? " (" + std::to_string(counts.marked) +
-                                                   " NaN, infinite or negative)"
-                                             : "") +
-                          "; no weld line is found between them");
+    if (counts.notReached > 0) remarks.push_back(gapRemark(counts));
     if (counts.zeroFilled > 0)
         remarks.push_back(cellsAre(counts.zeroFilled) +
                           " filled at time 0 and get a small positive time");

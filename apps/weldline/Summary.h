@@ -45,6 +45,7 @@ struct Summary {
     std::string biField;
     std::string cellState;
     ZeroFillTime zeroTime = ZeroFillTime::Automatic;
+    TrappedAir trappedAir = TrappedAir::Keep;
 
     FillTimeCounts fill;
     WeldLines weldLines;

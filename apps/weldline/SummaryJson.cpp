@@ -66,12 +66,16 @@ Json settingsJson(const Summary& s) {
 }
 
 Json countsJson(const Summary& s) {
-    return {
-        {"reachedCells", s.fill.reached},         {"unreachedCells", s.fill.notReached},
-        {"markedCells", s.fill.marked},           {"cellsFilledAtZero", s.fill.zeroFilled},
-        {"weldNodes", s.weldLines.weldNodes},     {"undefinedNodes", s.weldLines.undefinedNodes},
-        {"components", s.weldLines.lines.size()}, {"droppedLines", s.dropped.lines},
-        {"droppedNodes", s.dropped.nodes}};
+    return {{"reachedCells", s.fill.reached},
+            {"unreachedCells", s.fill.notReached},
+            {"markedCells", s.fill.marked},
+            {"cellsFilledAtZero", s.fill.zeroFilled},
+            {"closedCells", s.fill.closed},
+            {"weldNodes", s.weldLines.weldNodes},
+            {"undefinedNodes", s.weldLines.undefinedNodes},
+            {"components", s.weldLines.lines.size()},
+            {"droppedLines", s.dropped.lines},
+            {"droppedNodes", s.dropped.nodes}};
 }
 
 Json carriedJson(const WeldLine& line) {
@@ -129,6 +133,7 @@ std::string runJson(const Summary& s) {
                        {"mesh", meshJson(s)},
                        {"settings", settings},
                        {"zeroTime", nameOf(s.zeroTime)},
+                       {"trappedAir", nameOf(s.trappedAir)},
                        {"biField", textOrNull(s.biField)},
                        {"cellState", textOrNull(s.cellState)}});
 }

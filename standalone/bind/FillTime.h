@@ -23,6 +23,7 @@ struct FillTimeCounts {
     std::int64_t marked = 0;          // of notReached: NaN, infinite or negative
     std::int64_t zeroNotReached = 0;  // of notReached: value 0, read as "the melt never came"
     std::int64_t zeroFilled = 0;      // of reached: value 0, read as "filled at the start"
+    std::int64_t closed = 0;          // of notReached: got a time from closeTrappedAir
     double earliest = 0.0;  // smallest and largest time above 0, in the data set's unit; 0 when
     double latest = 0.0;    // there is none
 };

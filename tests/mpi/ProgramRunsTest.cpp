@@ -144,6 +144,20 @@ TEST_F(MpiRuns, second_injection_and_cell_state_are_spread_with_the_cells) {
         EXPECT_EQ(comparable(summaryOf(ranks, file, options)), comparable(alone));
 }
 
+// Air stays round the middle plane, where the ranks meet.
+TEST_F(MpiRuns, trapped_air_is_closed_across_the_ranks) {
+    SampleMesh mesh = plateWithTwoFronts(20, 3, 3);
+    for (int cell = 0; cell < static_cast<int>(mesh.cells.size()); ++cell)
+        if (std::abs(middleOf(mesh, cell)[0] - 0.5) < 0.2) mesh.cellArrays[0].values[cell] = 0.0;
+    const std::string file = write("part.vtu", mesh);
+    const Names options{"--trapped-air", "close"};
+    const Json alone = summaryOf(0, file, options);
+    EXPECT_EQ(alone["counts"]["closedCells"], 72);
+    EXPECT_EQ(alone["counts"]["unreachedCells"], 72);
+    for (const int ranks : {2, 5, 8})
+        EXPECT_EQ(comparable(summaryOf(ranks, file, options)), comparable(alone));
+}
+
 TEST_F(MpiRuns, more_ranks_than_cells) {
     SampleMesh mesh = plate(2, 1, 1);
     addCellArray(mesh, "FillTime", [](SampleMesh::Point) { return 1.0; });

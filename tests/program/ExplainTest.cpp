@@ -94,6 +94,7 @@ TEST_F(Explain, repeats_the_run_with_its_boundary_groups) {
         EXPECT_EQ(explained(result({group, "^7$"}, mesh))["differingNodes"], 0);
     }
     EXPECT_EQ(explained(result({"--zero-time", "filled"}, mesh))["differingNodes"], 0);
+    EXPECT_EQ(explained(result({"--trapped-air", "close"}, mesh))["differingNodes"], 0);
 }
 
 TEST_F(Explain, node_by_number_as_a_table) {

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <cmath>
 #include <nlohmann/json.hpp>
 
 #include "ProgramTest.h"
@@ -74,6 +75,26 @@ TEST_F(Report, takes_the_limits_of_the_user) {
     const Json data = dataOf(read(at("r.html")));
     EXPECT_EQ(data["lines"], Json::array());
     EXPECT_EQ(data["dropped"]["lines"], 1);
+}
+
+// Formation times of cells that the melt never reached belong to the run, not to the skin.
+TEST_F(Report, shows_the_lines_of_a_run_that_closed_trapped_air) {
+    SampleMesh mesh = plateWithTwoFronts(20, 4, 2);
+    for (int cell = 0; cell < static_cast<int>(mesh.cells.size()); ++cell)
+        if (std::abs(middleOf(mesh, cell)[0] - 0.5) < 0.1) mesh.cellArrays[0].values[cell] = 0.0;
+    const std::string part = write("part.vtu", mesh);
+    const Names run{"analyze",       part,    "-o",     at("result.vtu"),
+                    "--trapped-air", "close", "--json", "-"};
+    const Json line = Json::parse(weldline(run).out)["components"][0];
+    EXPECT_GT(line["formationTime"]["last"], 0.45);
+    ASSERT_EQ(weldline({"report", at("result.vtu"), "-o", at("r.html")}).exitCode, 0);
+    const Json data = dataOf(read(at("r.html")));
+    ASSERT_EQ(data["lines"].size(), 1U);
+    for (const char* value : {"length", "meanAngle", "centroid"})
+        EXPECT_EQ(data["lines"][0][value], line[value]) << value;
+    EXPECT_EQ(data["lines"][0]["firstTime"], line["formationTime"]["first"]);
+    EXPECT_EQ(data["lines"][0]["lastTime"], line["formationTime"]["last"]);
+    EXPECT_TRUE(contains(data["remarks"][0].get<std::string>(), "forecast"));
 }
 
 TEST_F(Report, of_something_else_than_a_result) {

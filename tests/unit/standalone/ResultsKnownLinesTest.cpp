@@ -13,6 +13,7 @@
 
 #include "BindBoxMesh.h"
 #include "bind/Analysis.h"
+#include "bind/TrappedAir.h"
 #include "results/FlowDirection.h"
 #include "results/LineShapes.h"
 
@@ -28,12 +29,15 @@ struct Plate {
     WeldLines lines;
     std::vector<LineShape> shapes;
 
-    // `time` is the fill time at a place of a plate of unit cubes.
-    Plate(int nx, int ny, const std::function<double(Vec3)>& time)
+    // `time` is the fill time at a place of a plate of unit cubes, `isGap` tells where air stays.
+    Plate(
+        int nx, int ny, const std::function<double(Vec3)>& time,
+        const std::function<bool(Vec3)>& isGap = [](Vec3) { return false; })
         : mesh(boxMesh(nx, ny, kLayers)) {
         std::vector<float> fillTime;
         for (const Vec3 centre : mesh.cellCentre)
-            fillTime.push_back(static_cast<float>(1.0 + time(centre)));
+            fillTime.push_back(isGap(centre) ? 0.0F : static_cast<float>(1.0 + time(centre)));
+        closeTrappedAir(UncutMesh().part(), mesh, fillTime);
         TemporaryFolder folder;
         HostOptions options;
         options.controlFile = folder.write("run.cmp",
@@ -91,6 +95,20 @@ void expectWithinACell(const Plate& plate, const std::vector<Front>& fronts) {
 TEST(KnownLines, along_the_mesh) {
     const std::vector<Front> fronts{{along(0), {20, 0, 0}}, {along(180), {20, 0, 0}}};
     const Plate plate(40, 20, firstOf(fronts));
+    ASSERT_GE(plate.shapes.size(), 1U);
+    EXPECT_NEAR(plate.shapes[0].length, 20.0, 0.05 * 20.0);
+    EXPECT_EQ(plate.shapes[0].branchLength, 0.0);
+    expectWithinACell(plate, fronts);
+}
+
+// The same with air that stays along two thirds of the line, 1 to 5 wide, and once through the
+// whole thickness.
+TEST(KnownLines, along_trapped_air) {
+    const std::vector<Front> fronts{{along(0), {20, 0, 0}}, {along(180), {20, 0, 0}}};
+    const auto isGap = [](Vec3 x) {
+        return x.y < 14 && std::abs(x.x - 20) < 1 + x.y / 7 && (x.z < 2 || x.y < 3);
+    };
+    const Plate plate(40, 20, firstOf(fronts), isGap);
     ASSERT_GE(plate.shapes.size(), 1U);
     EXPECT_NEAR(plate.shapes[0].length, 20.0, 0.05 * 20.0);
     EXPECT_EQ(plate.shapes[0].branchLength, 0.0);
