@@ -24,6 +24,12 @@ struct Rows {
         entries.insert(entries.end(), row.begin(), row.end());
         offsets.push_back(static_cast<std::int64_t>(entries.size()));
     }
+
+    // Keeps the first rows.
+    void truncate(std::size_t rows) {
+        offsets.resize(rows + 1);
+        entries.resize(static_cast<std::size_t>(offsets.back()));
+    }
 };
 
 }  // namespace weldline

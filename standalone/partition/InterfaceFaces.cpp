@@ -33,6 +33,15 @@ bool areOpposite(const std::vector<std::int64_t>& a, const std::vector<std::int6
     return true;
 }
 
+// Puts the last values in the order of the old places that are given.
+template <class Value>
+void reorderTail(std::vector<Value>& values, const std::vector<int>& order) {
+    std::vector<Value> tail;
+    tail.reserve(order.size());
+    for (const int from : order) tail.push_back(values[at(from)]);
+    std::copy(tail.begin(), tail.end(), values.end() - static_cast<std::ptrdiff_t>(tail.size()));
+}
+
 }  // namespace
 
 void orderMatches(const MeshPart& part, const FvMesh& mesh, std::vector<FaceMatch>& matches) {
@@ -80,37 +89,39 @@ void alignFaces(Ranks& ranks, const MeshPart& part, FvMesh& mesh,
     });
 }
 
+// Matched faces are boundary faces, which stand behind all inner faces: those stay where they are.
 void moveToEnd(FvMesh& mesh, std::vector<FaceMatch>& matches) {
-    const int faces = mesh.faceCount();
-    std::vector<int> newNumber(at(faces), 0);
-    for (const FaceMatch& match : matches) newNumber[at(match.face)] = -1;
+    const int inner = mesh.innerFaces;
+    const int boundary = mesh.faceCount() - inner;
+    std::vector<int> newNumber(at(boundary), 0);  // per boundary face
+    for (const FaceMatch& match : matches) newNumber[at(match.face - inner)] = -1;
     std::vector<int> order;  // old numbers in the new order
-    order.reserve(at(faces));
-    for (int f = 0; f < faces; ++f)
-        if (newNumber[at(f)] == 0) order.push_back(f);
+    order.reserve(at(boundary));
+    for (int f = 0; f < boundary; ++f)
+        if (newNumber[at(f)] == 0) order.push_back(inner + f);
     for (FaceMatch& match : matches) {
         order.push_back(match.face);
-        match.face = static_cast<int>(order.size()) - 1;
+        match.face = inner + static_cast<int>(order.size()) - 1;
     }
     mesh.interfaceFaces = static_cast<int>(matches.size());
 
-    FvMesh old;
-    std::swap(old.owner, mesh.owner);
-    std::swap(old.faceNodes, mesh.faceNodes);
-    std::swap(old.faceCentre, mesh.faceCentre);
-    std::swap(old.faceArea, mesh.faceArea);
-    for (int f = 0; f < faces; ++f) {
-        const int from = order[at(f)];
-        newNumber[at(from)] = f;
-        mesh.owner.push_back(old.owner[at(from)]);
-        mesh.faceNodes.append(old.faceNodes[from]);
-        mesh.faceCentre.push_back(old.faceCentre[at(from)]);
-        mesh.faceArea.push_back(old.faceArea[at(from)]);
+    reorderTail(mesh.owner, order);
+    reorderTail(mesh.faceCentre, order);
+    reorderTail(mesh.faceArea, order);
+    Rows nodes;
+    for (const int from : order) nodes.append(mesh.faceNodes[from]);
+    mesh.faceNodes.truncate(at(inner));
+    for (int f = 0; f < boundary; ++f) {
+        mesh.faceNodes.append(nodes[f]);
+        newNumber[at(order[at(f)] - inner)] = inner + f;
     }
-    for (int& face : mesh.cellFaces.entries) face = newNumber[at(face)];
-    for (int c = 0; c < mesh.cellCount(); ++c)
-        std::sort(mesh.cellFaces.entries.begin() + mesh.cellFaces.offsets[at(c)],
-                  mesh.cellFaces.entries.begin() + mesh.cellFaces.offsets[at(c) + 1]);
+    for (int c = 0; c < mesh.cellCount(); ++c) {
+        const auto begin = mesh.cellFaces.entries.begin() + mesh.cellFaces.offsets[at(c)];
+        const auto end = mesh.cellFaces.entries.begin() + mesh.cellFaces.offsets[at(c) + 1];
+        const auto tail = std::lower_bound(begin, end, inner);
+        for (auto face = tail; face != end; ++face) *face = newNumber[at(*face - inner)];
+        std::sort(tail, end);
+    }
 }
 
 void recomputeCells(const MeshPart& part, FvMesh& mesh, const std::vector<FaceMatch>& matches) {

@@ -24,6 +24,23 @@ struct Sharing {
     int other;  // a rank that has the node, too
 };
 
+// Makes one ascending list of ascending ones that stand one behind another, each pair of neighbours
+// at a time. Of equal numbers that of the lower rank stays first.
+void mergeLists(std::vector<Holder>& holders, std::vector<std::ptrdiff_t> ends) {
+    while (ends.size() > 1) {
+        std::vector<std::ptrdiff_t> merged;
+        std::ptrdiff_t begin = 0;
+        for (std::size_t list = 0; list < ends.size(); list += 2) {
+            const std::ptrdiff_t end = ends[std::min(list + 1, ends.size() - 1)];
+            std::inplace_merge(holders.begin() + begin, holders.begin() + ends[list],
+                               holders.begin() + end);
+            merged.push_back(end);
+            begin = end;
+        }
+        ends = std::move(merged);
+    }
+}
+
 // Which nodes this rank looks up for all, and who holds them.
 std::vector<Holder> collectHolders(Ranks& ranks, const std::vector<std::int64_t>& nodeNumber) {
     struct Entry {
@@ -36,11 +53,14 @@ std::vector<Holder> collectHolders(Ranks& ranks, const std::vector<std::int64_t>
         toRanks[static_cast<std::size_t>(nodeNumber[n]) % size].push_back(
             {nodeNumber[n], static_cast<int>(n)});
     std::vector<Holder> holders;
+    std::vector<std::ptrdiff_t> ends;
     const std::vector<std::vector<Entry>> received = exchangeValues(ranks, toRanks);
-    for (std::size_t r = 0; r < size; ++r)
+    for (std::size_t r = 0; r < size; ++r) {
         for (const Entry& entry : received[r])
             holders.push_back({entry.number, static_cast<int>(r), entry.node});
-    std::sort(holders.begin(), holders.end());
+        ends.push_back(static_cast<std::ptrdiff_t>(holders.size()));
+    }
+    mergeLists(holders, std::move(ends));
     return holders;
 }
 
