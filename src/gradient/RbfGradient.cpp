@@ -39,23 +39,33 @@ struct FaceFlux {
     Vec3 Sa, Sb;
 };
 
+// Hands weight and value of each cell of a stencil to `add`, one after another.
+template <class Add>
+void forEachTerm(const int* stencil, const double* weight, const Extent& extent, const double* phi,
+                 Add add) {
+    for (int j = 1; j <= stencil[0]; ++j)
+        if (extent.holds(stencil[j])) add(weight[j], phi[stencil[j]]);
+}
+
 // On purpose: each stencil term is added on its own; the face value is never formed as a sum. The
-// two cells' gradients are not in memory meanwhile, because six additions per term would wait for
-// it; a face between a cell and itself adds and subtracts in turn.
+// two cells' gradients are held in registers meanwhile, because six additions per term would wait
+// for memory; a face between a cell and itself adds and subtracts in turn.
 void addStencil(const FaceFlux& flux, const int* stencil, const double* weight,
                 const Extent& extent, const double* phi, const CellVectors& g) {
     Vec3 ga = g[flux.a];
-    Vec3 own = g[flux.b];
-    Vec3& gb = flux.a == flux.b ? ga : own;
-    for (int j = 1; j <= stencil[0]; ++j) {
-        if (!extent.holds(stencil[j])) continue;
-        const double w = weight[j];
-        const double value = phi[stencil[j]];
-        ga = {ga.x + flux.Sa.x * w * value, ga.y + flux.Sa.y * w * value,
-              ga.z + flux.Sa.z * w * value};
-        gb = {gb.x - flux.Sb.x * w * value, gb.y - flux.Sb.y * w * value,
-              gb.z - flux.Sb.z * w * value};
+    if (flux.a == flux.b) {
+        forEachTerm(stencil, weight, extent, phi, [&](double w, double value) {
+            ga = ga + flux.Sa * w * value;
+            ga = ga - flux.Sb * w * value;
+        });
+        g.set(flux.a, ga);
+        return;
     }
+    Vec3 gb = g[flux.b];
+    forEachTerm(stencil, weight, extent, phi, [&](double w, double value) {
+        ga = ga + flux.Sa * w * value;
+        gb = gb - flux.Sb * w * value;
+    });
     g.set(flux.a, ga);
     g.set(flux.b, gb);
 }
