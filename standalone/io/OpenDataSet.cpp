@@ -13,7 +13,6 @@
 #include <vtkDataArray.h>
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <filesystem>
@@ -28,6 +27,7 @@
 #include "VtkMessages.h"
 #include "XmlGrids.h"
 #include "base/Errors.h"
+#include "base/ShortNumber.h"
 
 namespace weldline {
 namespace {
@@ -58,12 +58,6 @@ std::string blockName(vtkDataObjectTreeIterator* at) {
         return at->GetCurrentMetaData()->Get(vtkCompositeDataSet::NAME());
     }
     return "block " + std::to_string(at->GetCurrentFlatIndex());
-}
-
-std::string shortNumber(double value) {
-    std::array<char, 32> text{};
-    const auto end = std::to_chars(text.data(), text.data() + text.size(), value).ptr;
-    return {text.data(), end};
 }
 
 // Takes over the time that a grid may carry as a field of one value.
