@@ -147,11 +147,13 @@ Summary run(Ranks& ranks, const AnalyzeOptions& options, Progress& progress) {
 
     // 1. Read.
     progress.step("reading " + std::filesystem::path(options.input).filename().string());
-    RunInput input = readRunInput(ranks, options);
+    RunInput input =
+        readRunInput(ranks, options, [&](const std::string& text) { progress.within(text); });
     MeshPart& own = input.data.part;
     Summary summary = startSummary(options, control, outputs, input.data);
     summary.ranks = ranks.size();
     append(summary.remarks, input.data.remarks);
+    append(summary.remarks, seriesRemarks(input.data.series));
 
     // 2. Mesh.
     progress.step("building the mesh of " + std::to_string(input.data.cells) + " cells");

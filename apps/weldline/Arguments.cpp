@@ -7,10 +7,12 @@
 
 #include "CompareArguments.h"
 #include "ExplainArguments.h"
+#include "FillTimeArguments.h"
 #include "HelpTexts.h"
 #include "LineArguments.h"
 #include "RenderArguments.h"
 #include "base/Errors.h"
+#include "io/DataSet.h"
 
 namespace weldline {
 
@@ -71,8 +73,9 @@ void addPatterns(CLI::App& command, GroupPatterns& patterns) {
 void addInput(CLI::App& command, std::string& input) {
     command
         .add_option("INPUT", input,
-                    "Filling result: .vtu, .pvtu, .vtk, .vtm,\n"
-                    "or the .foam file of an OpenFOAM case")
+                    "Filling result: .vtu, .pvtu, .vtk, .vtm, .pvd,\n"
+                    "EnSight .case, Exodus .e, .ex2, .exo, or an\n"
+                    "OpenFOAM case (folder or .foam)")
         ->type_name("")
         ->required();
 }
@@ -236,6 +239,7 @@ void checkValues(const CLI::App& app, const Arguments& arguments) {
     checkLineOptions(arguments.analyze.lineOptions);
     checkLineOptions(arguments.report.lines);
     checkCompare(arguments.compare);
+    checkFillTime(arguments.fillTime);
     checkRender(arguments.render);
     checkRule(arguments.analyze.failOn);
     for (const auto* command : app.get_subcommands())
@@ -253,6 +257,12 @@ void nameStandardOutput(std::string& file) {
     if (file == "/dev/stdout" || file == "/dev/fd/1" || file == "/proc/self/fd/1") file = "-";
 }
 
+const std::map<std::string, Arguments::Command> commands{
+    {"analyze", Arguments::Command::Analyze}, {"compare", Arguments::Command::Compare},
+    {"explain", Arguments::Command::Explain}, {"filltime", Arguments::Command::FillTime},
+    {"info", Arguments::Command::Info},       {"render", Arguments::Command::Render},
+    {"report", Arguments::Command::Report},   {"settings", Arguments::Command::Settings}};
+
 }  // namespace
 
 Arguments parseArguments(int argc, char** argv) {
@@ -266,6 +276,7 @@ Arguments parseArguments(int argc, char** argv) {
     addAnalyze(app, result.analyze);
     addCompare(app, result.compare);
     addExplain(app, result.explain);
+    addFillTime(app, result.fillTime);
     addInfo(app, result.info);
     addRender(app, result.render);
     addReport(app, result.report);
@@ -279,22 +290,18 @@ Arguments parseArguments(int argc, char** argv) {
         result.text = std::string(version.what()) + "\n";
         return result;
     } catch (const CLI::ParseError& error) {
-        const auto commands = app.get_subcommands();
-        if (commands.empty() && argc > 1) throw UsageError(oneLine(argv[1]) + noSuchCommand);
-        const std::string name = commands.empty() ? "" : " " + commands.front()->get_name();
+        const auto given = app.get_subcommands();
+        if (given.empty() && argc > 1) throw UsageError(oneLine(argv[1]) + noSuchCommand);
+        const std::string name = given.empty() ? "" : " " + given.front()->get_name();
         throw UsageError(oneLine(error.what()) + "; see 'weldline" + name + " --help'");
     }
     checkValues(app, result);
     for (std::string* json :
          {&result.analyze.json, &result.compare.json, &result.explain.json, &result.info.json})
         nameStandardOutput(*json);
-    if (app.got_subcommand("analyze")) result.command = Arguments::Command::Analyze;
-    if (app.got_subcommand("compare")) result.command = Arguments::Command::Compare;
-    if (app.got_subcommand("explain")) result.command = Arguments::Command::Explain;
-    if (app.got_subcommand("info")) result.command = Arguments::Command::Info;
-    if (app.got_subcommand("render")) result.command = Arguments::Command::Render;
-    if (app.got_subcommand("report")) result.command = Arguments::Command::Report;
-    if (app.got_subcommand("settings")) result.command = Arguments::Command::Settings;
+    for (std::string* input : {&result.analyze.input, &result.fillTime.input, &result.info.input})
+        *input = foamFileOf(*input);
+    result.command = commands.at(app.get_subcommands().front()->get_name());
     return result;
 }
 

@@ -45,6 +45,13 @@ struct AnalyzeOptions {
     std::string failOn;              // rule on lines that makes the run fail; empty: none
 };
 
+struct FillTimeOptions {
+    std::string input;
+    std::string output;  // .vtu
+    std::string field;   // phase fraction; empty: the only one named alpha...
+    double level = 0.5;
+};
+
 struct InfoOptions {
     std::string input;
     std::string time = "latest";
@@ -92,12 +99,23 @@ struct SettingsOptions {
 };
 
 struct Arguments {
-    enum class Command { ShowText, Analyze, Compare, Explain, Info, Render, Report, Settings };
+    enum class Command {
+        ShowText,
+        Analyze,
+        Compare,
+        Explain,
+        FillTime,
+        Info,
+        Render,
+        Report,
+        Settings
+    };
     Command command = Command::ShowText;
     std::string text;  // help or version, for ShowText
     AnalyzeOptions analyze;
     CompareOptions compare;
     ExplainOptions explain;
+    FillTimeOptions fillTime;
     InfoOptions info;
     RenderOptions render;
     ReportOptions report;

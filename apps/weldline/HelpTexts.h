@@ -21,7 +21,7 @@ inline constexpr const char* programFooter =
     "10 a weld line fulfils the rule of --fail-on.\n";
 
 inline constexpr const char* noSuchCommand =
-    ": no command of the program; use analyze, compare, explain, info, render, report or "
+    ": no command of the program; use analyze, compare, explain, filltime, info, render, report or "
     "settings, or see 'weldline --help'";
 
 inline constexpr const char* analyzeFooter =

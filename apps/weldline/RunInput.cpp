@@ -50,11 +50,14 @@ void refuseEmpty(const std::string& file, const std::string& field, const FillTi
 
 }  // namespace
 
-RunInput readRunInput(Ranks& ranks, const AnalyzeOptions& options) {
+RunInput readRunInput(Ranks& ranks, const AnalyzeOptions& options,
+                      const std::function<void(const std::string&)>& tell) {
     ReadOptions read;
     read.fieldGiven = !options.field.empty();
     if (read.fieldGiven) read.field = options.field;
     read.time = options.time;
+    if (!read.fieldGiven) read.series.use = SeriesOptions::Use::WhereNoFillTime;
+    read.series.progress = tell;
     for (const std::string& name : {options.biField, options.cellState})
         if (!name.empty()) read.cellArrays.push_back(name);
     read.carried = options.carry;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -23,8 +24,10 @@ struct RunInput {
     const std::vector<double>& fillTime() const { return data.part.cellFields.front(); }
 };
 
-// Collective. Throws InputError on all ranks.
-RunInput readRunInput(Ranks& ranks, const AnalyzeOptions& options);
+// Where the data set holds no fill time, but a phase fraction over times, the fill time comes from
+// that. `tell` is told what is being read. Collective. Throws InputError on all ranks.
+RunInput readRunInput(Ranks& ranks, const AnalyzeOptions& options,
+                      const std::function<void(const std::string&)>& tell);
 
 // Fill times of a run.
 struct RunFillTime {

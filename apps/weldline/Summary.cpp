@@ -4,6 +4,7 @@
 #include <array>
 #include <limits>
 
+#include "base/ShortNumber.h"
 #include "comm/Messages.h"
 #include "results/LineRule.h"
 
@@ -89,6 +90,20 @@ std::vector<std::string> groupRemarks(const BoundaryGroups& groups, const GroupP
     if (!patches.empty() && patches.back().name == "(no patch)" && patches.back().faces > 0)
         remarks.push_back(counted(patches.back().faces, "boundary face is", "boundary faces are") +
                           " in no patch and taken as wall");
+    return remarks;
+}
+
+std::vector<std::string> seriesRemarks(const std::optional<SeriesFill>& series) {
+    if (!series) return {};
+    std::vector<std::string> remarks{
+        "the data set holds no fill time; it is made from '" + series->field + "' at " +
+        std::to_string(series->steps) + " times, up to " + shortNumber(series->largestStep) +
+        " apart (first crossing of " + shortNumber(series->level) + ")"};
+    if (series->atStart > 0)
+        remarks.push_back(cellsAre(series->atStart) + " full at the first time");
+    if (series->emptied > 0)
+        remarks.push_back(counted(series->emptied, "cell empties", "cells empty") +
+                          " again after the melt came; the first crossing counts");
     return remarks;
 }
 

@@ -64,6 +64,7 @@ void addUpPatches(Ranks& ranks, std::size_t named, BoundaryGroups& groups);
 
 // What a user should know about groups and fill time, one sentence each.
 std::vector<std::string> groupRemarks(const BoundaryGroups& groups, const GroupPatterns& patterns);
+std::vector<std::string> seriesRemarks(const std::optional<SeriesFill>& series);
 std::vector<std::string> fillRemarks(const FillTimeCounts& counts);
 std::vector<std::string> flatRemarks(std::int64_t flatCells, const FillTimeCounts& counts,
                                      const Settings& settings);

@@ -10,6 +10,7 @@
 #include "Exhaustion.h"
 #include "ExitCode.h"
 #include "Explain.h"
+#include "FillTimes.h"
 #include "Info.h"
 #include "Interruption.h"
 #include "Render.h"
@@ -31,6 +32,7 @@ ExitCode runCommand(Ranks& ranks, const Arguments& arguments) {
         if (arguments.command == Arguments::Command::ShowText) writeStandardOutput(arguments.text);
         if (arguments.command == Arguments::Command::Compare) compareResults(arguments.compare);
         if (arguments.command == Arguments::Command::Explain) explainResult(arguments.explain);
+        if (arguments.command == Arguments::Command::FillTime) writeFillTimes(arguments.fillTime);
         if (arguments.command == Arguments::Command::Info) showInfo(arguments.info);
         if (arguments.command == Arguments::Command::Render) renderResult(arguments.render);
         if (arguments.command == Arguments::Command::Report) writeReport(arguments.report);
@@ -43,7 +45,7 @@ ExitCode runCommand(Ranks& ranks, const Arguments& arguments) {
 std::string inputOf(const Arguments& arguments) {
     for (const std::string& input :
          {arguments.analyze.input, arguments.compare.first, arguments.explain.input,
-          arguments.info.input, arguments.render.input})
+          arguments.fillTime.input, arguments.info.input, arguments.render.input})
         if (!input.empty()) return input;
     return arguments.report.input;
 }

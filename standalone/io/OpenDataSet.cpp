@@ -24,6 +24,7 @@
 #include "GridCheck.h"
 #include "LegacyCounts.h"
 #include "ReadGuard.h"
+#include "TimeReader.h"
 #include "VtkMessages.h"
 #include "XmlGrids.h"
 #include "base/Errors.h"
@@ -85,8 +86,8 @@ OpenedDataSet openGrids(const Piece& piece) {
 }
 
 OpenedDataSet openByKind(const PieceList& list, const Piece& piece, const std::string& time) {
-    if (piece.kind == Piece::Kind::Case) {
-        return openFoamCase(list.file, piece.name, time);
+    if (const auto reader = openTimes(list, piece)) {
+        return openAtTime(*reader, list.file, time);
     }
     if (piece.kind == Piece::Kind::Grids) {
         return openGrids(piece);
@@ -110,7 +111,7 @@ void checkReadable(const std::string& file) {
         failOnInput(file, "no such file");
     }
     if (fs::is_directory(file, none)) {
-        failOnInput(file, "it is a folder; of an OpenFOAM case name the .foam file in it");
+        failOnInput(file, "it is a folder, and no OpenFOAM case ('system/controlDict' is missing)");
     }
     if (!std::ifstream(file)) {
         failOnInput(file, "the file cannot be opened for reading; check its permissions");

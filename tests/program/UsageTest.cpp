@@ -36,6 +36,11 @@ TEST_F(Usage, help_of_analyze_has_examples_and_every_option) {
                 "--bi-field", "--mesh-file-type", "--cell-state", "FlagDebugOutput=1"});
 }
 
+TEST_F(Usage, help_of_filltime_has_examples_and_every_option) {
+    expectHelp({"filltime", "--help"}, {"Examples:", "weldline filltime case -o filltime.vtu",
+                                        "--field", "--level", "Exit codes:"});
+}
+
 TEST_F(Usage, help_of_info_has_examples) {
     expectHelp({"info", "--help"}, {"Examples:", "weldline info case.foam", "Exit codes:"});
 }
