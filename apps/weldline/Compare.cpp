@@ -27,14 +27,16 @@ ResultToCompare readForComparing(const std::string& file, const LineOptions& opt
     return result;
 }
 
+constexpr const char* boxesDiffer =
+    "' differ; lines are matched by place, so that both parts must lie in the same place and have "
+    "the same unit of length";
+
 // Another place or unit of length makes every line gone and new.
 void tellWhereBoxesDiffer(const ResultToCompare& a, const ResultToCompare& b) {
     constexpr double sameBox = 0.1;  // of the diagonal
     const double apart = std::max(norm(a.low - b.low), norm(a.high - b.high));
     if (apart <= sameBox * norm(a.high - a.low)) return;
-    writeMessage({"note: the boxes of '", a.file, "' and '", b.file,
-                  "' differ; lines are matched by place, so that both parts must lie in the same "
-                  "place and have the same unit of length"});
+    writeMessage({"note: the boxes of '", a.file, "' and '", b.file, boxesDiffer});
 }
 
 }  // namespace

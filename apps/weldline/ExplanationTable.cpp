@@ -62,6 +62,7 @@ std::string pairRows(const std::vector<PairAtNode>& pairs, bool style) {
         heading(fmt::format("{:>8}{:>8}{:>8}  {}", "cell", "cell", "angle", "streams"), style) +
         "\n";
     std::vector<const PairAtNode*> rows;
+    rows.reserve(pairs.size());
     for (const PairAtNode& pair : pairs) rows.push_back(&pair);
     if (rows.size() > shownPairs)
         std::stable_partition(rows.begin(), rows.end(), [](const PairAtNode* pair) {

@@ -44,13 +44,21 @@ std::string subtitleOf(const FoundLines& found) {
     return text;
 }
 
+void append(std::vector<LineCurve>& to, const std::vector<LineCurve>& curves) {
+    to.insert(to.end(), curves.begin(), curves.end());
+}
+
 void addLines(const FoundLines& found, PictureScene& scene) {
     std::set<int> shown;
     for (const WeldLine& line : found.lines.lines) shown.insert(line.id);
     for (const LineShape& shape : found.shapes) {
         if (!shown.contains(shape.id)) continue;
-        scene.skinLines.insert(scene.skinLines.end(), shape.skin.begin(), shape.skin.end());
-        scene.innerLines.insert(scene.innerLines.end(), shape.path.begin(), shape.path.end());
+        if (shape.runsAlongSkin()) {
+            append(scene.skinLines, shape.skin);
+            append(scene.innerLines, shape.path);
+        } else {
+            append(scene.buriedLines, shape.path);
+        }
     }
 }
 

@@ -16,9 +16,9 @@ constexpr int kLargestSide = 16384;
 
 // "1600x1000"; each side out of range counts as not understood, too.
 std::string sizeProblem(const std::string& text) {
-    const std::string problem = "'" + text +
-                                "' is no size; give WIDTHxHEIGHT in pixels, each from 16 to 16384, "
-                                "for example 1600x1000";
+    std::string problem = "'" + text +
+                          "' is no size; give WIDTHxHEIGHT in pixels, each from 16 to 16384, "
+                          "for example 1600x1000";
     const std::size_t cross = text.find('x');
     if (cross == std::string::npos) return problem;
     for (const std::string& side : {text.substr(0, cross), text.substr(cross + 1)}) {

@@ -7,16 +7,14 @@
 #include <cstring>
 #include <filesystem>
 #include <map>
-#include <nlohmann/json.hpp>
 
+#include "JsonParts.h"
 #include "mesh/MeshQuality.h"
 #include "results/Skin.h"
 
 namespace weldline {
 
 namespace {
-
-using Json = nlohmann::ordered_json;
 
 constexpr double kBinWidth = 5.0;  // degrees
 constexpr int kBins = 36;
@@ -69,14 +67,6 @@ std::string packedFloats(const std::vector<double>& values) {
     return packed(std::vector<float>(values.begin(), values.end()));
 }
 
-Json number(double value) {
-    return std::isfinite(value) ? Json(value) : Json();
-}
-
-Json vector(Vec3 v) {
-    return Json::array({number(v.x), number(v.y), number(v.z)});
-}
-
 Json skinJson(const ResultModel& model, Vec3 origin) {
     const Skin skin = skinOf(model.mesh, model.fillTime);
     return {{"origin", vector(origin)},
@@ -86,16 +76,11 @@ Json skinJson(const ResultModel& model, Vec3 origin) {
             {"edges", packed(skin.edges)}};
 }
 
-// Whether a line runs along the skin, rather than ending there or staying inside.
-bool runsAlongSkin(const LineShape& shape) {
-    return shape.skinLength >= shape.length;
-}
-
 // The curves on the skin, and those through the part where the skin shows too little of the line.
 Json curvesJson(const LineShape& shape, Vec3 origin) {
     Json curves = Json::array();
     std::vector<LineCurve> all = shape.skin;
-    if (!runsAlongSkin(shape)) all.insert(all.end(), shape.path.begin(), shape.path.end());
+    if (!shape.runsAlongSkin()) all.insert(all.end(), shape.path.begin(), shape.path.end());
     for (const LineCurve& curve : all) {
         LineCurve drawn = curve;
         if (curve.isClosed) {
@@ -146,7 +131,7 @@ Json linesJson(const FoundLines& found, Vec3 origin) {
 bool staysInside(const FoundLines& found) {
     return std::any_of(found.shapes.begin(), found.shapes.end(), [&](const LineShape& shape) {
         const auto& lines = found.lines.lines;
-        return !runsAlongSkin(shape) &&
+        return !shape.runsAlongSkin() &&
                std::any_of(lines.begin(), lines.end(),
                            [&](const auto& line) { return line.id == shape.id; });
     });

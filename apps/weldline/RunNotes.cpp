@@ -10,15 +10,15 @@ namespace weldline {
 
 namespace {
 
-using Json = nlohmann::json;
+using RunJson = nlohmann::json;
 
 constexpr std::array<GroupKind, 4> kinds{GroupKind::Wall, GroupKind::Inlet, GroupKind::Outlet,
                                          GroupKind::Symmetry};
 constexpr std::array<ZeroFillTime, 3> zeros{ZeroFillTime::Automatic, ZeroFillTime::Filled,
                                             ZeroFillTime::NotReached};
 
-Settings settingsOf(const Json& run) {
-    const Json& s = run.at("settings");
+Settings settingsOf(const RunJson& run) {
+    const RunJson& s = run.at("settings");
     Settings settings;
     s.at("WeldlingAngleMethod").get_to(settings.method);
     s.at("nSmooth_beforeGrad").get_to(settings.smoothBefore);
@@ -33,19 +33,19 @@ Settings settingsOf(const Json& run) {
 }
 
 // A patch that the run does not name is wall.
-GroupKind groupOf(const Json& patches, const std::string& name) {
-    for (const Json& patch : patches)
+GroupKind groupOf(const RunJson& patches, const std::string& name) {
+    for (const RunJson& patch : patches)
         for (const GroupKind kind : kinds)
             if (patch.at("name") == name && patch.at("group") == nameOf(kind)) return kind;
     return GroupKind::Wall;
 }
 
-std::string textOf(const Json& run, const char* name) {
+std::string textOf(const RunJson& run, const char* name) {
     const auto found = run.find(name);
     return found == run.end() || found->is_null() ? "" : found->get<std::string>();
 }
 
-RunNotes understood(const Json& run, const std::vector<std::string>& patches) {
+RunNotes understood(const RunJson& run, const std::vector<std::string>& patches) {
     RunNotes notes;
     notes.settings = settingsOf(run);
     run.at("settings").at("meshFileType").get_to(notes.meshFileType);
@@ -67,8 +67,8 @@ RunNotes readRunNotes(const std::string& file, const ResultNotes& notes) {
                          ": the result does not tell with which settings it was made; write it "
                          "anew with 'weldline analyze -o'");
     try {
-        return understood(Json::parse(notes.run), notes.patches.names);
-    } catch (const Json::exception&) {
+        return understood(RunJson::parse(notes.run), notes.patches.names);
+    } catch (const RunJson::exception&) {
         throw InputError(file +
                          ": the settings that the result tells of cannot be understood; write it "
                          "anew with 'weldline analyze -o'");

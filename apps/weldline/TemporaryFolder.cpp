@@ -34,9 +34,10 @@ Name trace{};
 std::atomic<bool> exists{false};
 static_assert(std::atomic<bool>::is_always_lock_free);
 
-void setName(Name& name, const std::string& value) {
-    name.fill('\0');
-    std::copy(value.begin(), value.end(), name.begin());
+// Without memory of its own: there may be none left while the folder is already there.
+void setName(Name& name, std::string_view first, std::string_view second = {}) {
+    const auto end = std::copy(first.begin(), first.end(), name.begin());
+    *std::copy(second.begin(), second.end(), end) = '\0';
 }
 
 std::string placeForTemporaries() {
@@ -116,8 +117,8 @@ TemporaryFolder::TemporaryFolder() {
                        std::generic_category().message(errno) +
                        "); let the environment variable TMPDIR name a folder that can be written");
     setName(folder, name);
-    setName(control, name + std::string(controlName));
-    setName(trace, name + std::string(traceName));
+    setName(control, name, controlName);
+    setName(trace, name, traceName);
     exists = true;
 }
 

@@ -224,6 +224,7 @@ void renumberPoints(const PointDirectory& directory, DataPart& data) {
     part.mesh.points = std::move(points);
     for (std::vector<double>& field : data.pointFields) {
         std::vector<double> values;
+        values.reserve(order.size());
         for (const int p : order) {
             values.push_back(field[static_cast<std::size_t>(p)]);
         }

@@ -13,10 +13,6 @@ namespace weldline {
 
 namespace {
 
-std::size_t at(int number) {
-    return static_cast<std::size_t>(number);
-}
-
 std::int64_t ownCell(const MeshPart& part, const FvMesh& mesh, const FaceMatch& match) {
     return part.cellNumber[at(mesh.owner[at(match.face)])];
 }

@@ -11,10 +11,6 @@ namespace weldline {
 
 namespace {
 
-std::size_t at(int number) {
-    return static_cast<std::size_t>(number);
-}
-
 void listHalo(const FvMesh& mesh, const std::vector<FaceMatch>& matches, MeshInterface& result) {
     std::map<std::pair<int, std::int64_t>, int> cells;  // rank and number, then the place in `halo`
     for (const FaceMatch& match : matches) cells[{match.otherRank, match.otherCell}] = 0;

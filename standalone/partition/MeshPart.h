@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -7,6 +8,11 @@
 #include "mesh/CellMesh.h"
 
 namespace weldline {
+
+// A local number as a place in an array.
+inline std::size_t at(int number) {
+    return static_cast<std::size_t>(number);
+}
 
 // What one rank holds of a mesh that is spread over the ranks of a run: its own cells with their
 // points, and the parts of the patches that lie on them. Numbering inside is 0-based and local;

@@ -12,10 +12,6 @@ namespace {
 
 constexpr int none = -1;
 
-std::size_t at(int number) {
-    return static_cast<std::size_t>(number);
-}
-
 void appendRow(Rows& rows, const Rows& from, int row) {
     rows.append(from[row]);
 }

@@ -102,7 +102,8 @@ std::string fitted(const std::string& text, double width, const TextStyle& style
         if (!left.empty()) left.pop_back();
         if (!right.empty()) right.erase(0, 1);
         while (!right.empty() && isWithinLetter(right.front())) right.erase(0, 1);
-        whole = left + "..." + right;
+        whole = left;
+        whole.append("...").append(right);
     }
     return whole;
 }

@@ -33,18 +33,28 @@ double pixelLength(const PictureScene& scene, const std::vector<View>& views,
     return length > 0.0 ? length : 1.0;
 }
 
+// Where the parts stand: above the directions of the axes.
+std::vector<SheetBox> partBoxes(const SheetLayout& layout) {
+    constexpr double axesLines = 2.6;  // most of their height; parts seldom fill their corner
+    std::vector<SheetBox> boxes = layout.views;
+    for (SheetBox& box : boxes)
+        box.height = std::max(1, box.height - static_cast<int>(axesLines * layout.letter));
+    return boxes;
+}
+
 Canvas drawSheet(const PictureScene& scene, const PictureStyle& style) {
     const bool hasLines =
-        !scene.skinLines.empty() || (style.seesThrough && !scene.innerLines.empty());
+        !scene.skinLines.empty() || !scene.buriedLines.empty() || !scene.innerLines.empty();
     const SheetLayout layout =
         layOut(style.width, style.height,
                {static_cast<int>(style.views.size()), scene.bands.has_value(), hasLines});
     const Palette palette = paletteOf(style.background);
-    const double pixel = pixelLength(scene, style.views, layout.views);
+    const std::vector<SheetBox> boxes = partBoxes(layout);
+    const double pixel = pixelLength(scene, style.views, boxes);
     Canvas canvas(style.width, style.height, palette.background, palette.opacity);
     SceneDrawer drawer(scene, style, pixel, layout.letter);
     for (std::size_t v = 0; v < style.views.size(); ++v)
-        drawer.draw(style.views[v], layout.views[v], canvas);
+        drawer.draw(style.views[v], boxes[v], canvas);
     if (layout.letter == 0.0) return canvas;
     for (std::size_t v = 0; v < style.views.size(); ++v)
         drawViewNotes(canvas, layout.views[v], layout.letter, palette, style.views[v]);

@@ -15,9 +15,10 @@ namespace weldline {
 // What a picture shows. Lengths are in the data set's unit.
 struct PictureScene {
     Skin skin;
-    std::vector<LineCurve> skinLines;   // weld lines where they come out of the part
-    std::vector<LineCurve> innerLines;  // those through the part; shown where `seesThrough`
-    std::optional<TimeBands> bands;     // of the fill time; nothing: the part has one colour
+    std::vector<LineCurve> skinLines;    // weld lines that run along the skin, there
+    std::vector<LineCurve> buriedLines;  // those that do not, through the part; shine through
+    std::vector<LineCurve> innerLines;   // the first, through the part; shown where `seesThrough`
+    std::optional<TimeBands> bands;      // of the fill time; nothing: the part has one colour
     std::string title;
     std::string subtitle;
 };

@@ -61,8 +61,9 @@ SceneDrawer::SceneDrawer(const PictureScene& scene, const PictureStyle& style, d
     m_skin = skinActors(scene, palette);
     m_rims = rimActor(scene.skin, palette, rimWidth * m_samples);
     m_skinLines = lineActors(scene.skinLines, palette, radii);
+    m_buriedLines = lineActors(scene.buriedLines, palette, radii);
     if (m_seesThrough) m_innerLines = lineActors(scene.innerLines, palette, radii);
-    for (const auto& actors : {m_skin, m_skinLines, m_innerLines})
+    for (const auto& actors : {m_skin, m_skinLines, m_buriedLines, m_innerLines})
         for (const auto& actor : actors) m_renderer->AddActor(actor);
     m_renderer->AddActor(m_rims);
 }
@@ -81,7 +82,7 @@ void SceneDrawer::place(const View& view) {
         const Vec3 step = length * view.towardsViewer;
         actor->SetPosition(step.x, step.y, step.z);
     };
-    for (const auto& actors : {m_skinLines, m_innerLines})
+    for (const auto& actors : {m_skinLines, m_buriedLines, m_innerLines})
         for (const auto& actor : actors) lift(actor, m_lift);
     lift(m_rims, m_rimLift);
 }
@@ -90,13 +91,17 @@ void SceneDrawer::draw(const View& view, const SheetBox& box, Canvas& canvas) {
     place(view);
     show(m_skin, true);
     show({m_rims}, true);
+    show(m_skinLines, true);
+    show(m_buriedLines, false);
     show(m_innerLines, false);
     drawTiles(view, box, 1.0, canvas);
-    if (!m_seesThrough) return;
-    constexpr double shine = 0.45;
+    if (m_buriedLines.empty() && !m_seesThrough) return;
+    constexpr double shine = 0.85;
     show(m_skin, false);
     show({m_rims}, false);
-    show(m_innerLines, true);
+    show(m_skinLines, m_seesThrough);
+    show(m_buriedLines, true);
+    show(m_innerLines, m_seesThrough);
     drawTiles(view, box, shine, canvas);
 }
 

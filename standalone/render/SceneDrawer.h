@@ -44,6 +44,7 @@ class SceneDrawer {
     std::vector<vtkSmartPointer<vtkActor>> m_skin;
     vtkSmartPointer<vtkActor> m_rims;
     std::vector<vtkSmartPointer<vtkActor>> m_skinLines;
+    std::vector<vtkSmartPointer<vtkActor>> m_buriedLines;
     std::vector<vtkSmartPointer<vtkActor>> m_innerLines;
 };
 

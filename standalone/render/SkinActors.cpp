@@ -65,8 +65,8 @@ vtkSmartPointer<vtkActor> litActor(vtkPolyDataMapper* mapper, Colour colour) {
     vtkProperty* property = actor->GetProperty();
     property->SetColor(colour.red, colour.green, colour.blue);
     property->SetInterpolationToPhong();
-    property->SetAmbient(0.48);
-    property->SetDiffuse(0.54);
+    property->SetAmbient(0.62);
+    property->SetDiffuse(0.40);
     property->SetSpecular(0.0);
     return actor;
 }

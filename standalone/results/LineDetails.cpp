@@ -59,6 +59,7 @@ std::string nameOf(LineClass kind) {
 void addShapes(Ranks& ranks, const std::vector<LineShape>& shapes, double weldLimit,
                WeldLines& lines) {
     std::vector<Lengths> lengths;
+    lengths.reserve(shapes.size());
     for (const LineShape& shape : shapes)
         lengths.push_back({shape.id, shape.length, shape.branchLength, shape.skinLength});
     for (const Lengths& of : fromBytes<Lengths>(broadcast(ranks, toBytes(lengths)))) {

@@ -25,6 +25,9 @@ struct LineShape {
     double length = 0.0;          // of the longest curve through the part
     double branchLength = 0.0;    // of the other curves through the part
     double skinLength = 0.0;      // of all curves on the skin
+
+    // Whether the line can be followed on the skin, rather than ending there or staying inside.
+    bool runsAlongSkin() const { return skinLength >= length; }
 };
 
 // The shapes of all weld lines, by id. Curves are smoothed lightly (two passes of weights 1/4, 1/2,

@@ -33,6 +33,7 @@ int reasonOf(const NodeExplanation& e) {
 std::vector<int> nodeReasons(const FvMesh& mesh, const NodeExplainer& explainer,
                              const std::vector<double>& angles, const std::vector<int>& cellState) {
     std::vector<int> reasons;
+    reasons.reserve(static_cast<std::size_t>(mesh.pointCount()));
     for (int n = 0; n < mesh.pointCount(); ++n)
         reasons.push_back(reasonOf(explainer.explain(n, angles[static_cast<std::size_t>(n)])));
     for (std::size_t c = 0; c < cellState.size(); ++c)

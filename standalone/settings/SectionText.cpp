@@ -6,8 +6,8 @@ namespace weldline {
 
 namespace {
 
-constexpr const char* opening = "[WeldLinePlotCtrl]\n";
-constexpr const char* closing = "[/WeldLinePlotCtrl]\n";
+constexpr const char* openingLine = "[WeldLinePlotCtrl]\n";
+constexpr const char* closingLine = "[/WeldLinePlotCtrl]\n";
 
 // Values of a key that mean something, for options; a control file may give any.
 struct Range {
@@ -103,7 +103,7 @@ std::string defaultSectionText() {
                "# TruncateAngle        limit of the meeting angle: 145 degrees in method 4, 135 "
                "in\n"
                "#                      the others; any value given here makes it 179\n") +
-           opening +
+           openingLine +
            "WeldlingAngleMethod = 4\n"
            "FlagDebugOutput = 0\n"
            "nSmooth_beforeGrad = 2\n"
@@ -112,7 +112,7 @@ std::string defaultSectionText() {
            "GradValueFilterPara = 1\n"
            "VolumeFilter = 0.2\n"
            "GradMethodMFT = 3\n" +
-           closing;
+           closingLine;
 }
 
 std::string sectionFromOptions(const std::vector<std::string>& keyValues) {
@@ -131,10 +131,10 @@ std::string sectionFromOptions(const std::vector<std::string>& keyValues) {
         else
             options.push_back(option);
     }
-    std::string text = opening;
+    std::string text = openingLine;
     for (const Option& option : options)
         text += std::string(option.key->name) + " = " + option.value + "\n";
-    return text + closing;
+    return text + closingLine;
 }
 
 }  // namespace weldline

@@ -63,6 +63,9 @@ TEST_F(MpiMemory, of_one_rank_ends_all) {
     }
     EXPECT_GT(failures, 0);
     EXPECT_EQ(entries(), (Names{"large.vtu", "whole.vtu"}));
+    // The launcher gives the other ranks a second, which a busy disk may take from them. What they
+    // could not remove goes with the next run.
+    EXPECT_EQ(onRanks(3, {"analyze", at("whole.vtu")}).exitCode, 0);
     EXPECT_EQ(temporaries(), Names{});
 }
 

@@ -115,6 +115,20 @@ TEST_F(Render, hides_the_line_behind_the_part_unless_it_shines_through) {
     EXPECT_GT(warmWithin(drawn(through)), 50);
 }
 
+// The line behind the hole of the plate of 120 mm, from x = 54 to 60 at y = 31, lies within it.
+// From above a millimetre is 1.47 pixels, and the middle of the plate is that of the picture.
+TEST_F(Render, lets_a_line_within_the_part_shine_through) {
+    const std::string input = WELDLINE_EXAMPLES "/plate_hole/plate_hole.vtu";
+    EXPECT_EQ(weldline({"analyze", input, "-o", at("plate.vtu")}).exitCode, 0);
+    const PngPicture picture =
+        drawnOf(at("plate.vtu"), {"--view", "+z", "--size", "190x120", "--colour-by", "none"});
+    int warm = 0;
+    for (int y = 54; y < 64; ++y)
+        for (int x = 87; x < 95; ++x)
+            warm += picture.at(x, y)[0] > picture.at(x, y)[2] + 30 ? 1 : 0;
+    EXPECT_GE(warm, 8);
+}
+
 TEST_F(Render, shows_early_melt_dark_and_late_melt_light) {
     const PngPicture picture = drawn({"--view", "+z", "--size", "190x120", "--bands", "4"});
     const auto sum = [&](int x) {

@@ -103,4 +103,15 @@ export function lineTests(browser) {
     assert.ok(Math.abs(before - after) <= 1, `${before} pixels, then ${after}`);
     await page.context().close();
   });
+
+  test('lines: keep their colour where they run away from the eye', async () => {
+    const { page } = await browser.open(oneSided());
+    await lookFrom(page, '+z');
+    const before = await lines(page);
+    // Lines along x look half as long.
+    await page.evaluate(() => window.weldlineReport.scene.camera.turn(-60, 0));
+    const after = await lines(page);
+    assert.ok(after > 0.4 * before, `${before} pixels, then ${after}`);
+    await page.context().close();
+  });
 }

@@ -47,12 +47,13 @@ export function scenePolylines(line, range, frame) {
 }
 
 function tubeData(polylines) {
-  const { points, outward, trace, triangles } = tubes(polylines);
+  const { points, outward, along, trace, triangles } = tubes(polylines);
   return polyData({
     points,
     triangles,
     attributes: {
       outward: { values: outward, components: 3 },
+      along: { values: along, components: 3 },
       trace: { values: trace, components: 3 },
     },
   });

@@ -1,5 +1,6 @@
-// Tubes round polylines. A vertex holds its point of the line and a unit vector outwards; the
-// shader moves it outwards by the radius. Rings are carried along the line without twist.
+// Tubes round polylines. A vertex holds its point of the line, a unit vector outwards and one along
+// the line; the shader moves it outwards by the radius. Rings are carried along the line without
+// twist.
 
 import { cross, dot, minus, mix, unit } from './vector.js';
 
@@ -10,8 +11,8 @@ const CORNERS = Array.from({ length: SIDES }, (_, side) => {
   return [Math.cos(turn), Math.sin(turn)];
 });
 
-// polylines: [{ points, trace }], trace with two numbers a point. Returns points, outward, trace
-// (two numbers and the length along the line) and triangles of all in one.
+// polylines: [{ points, trace }], trace with two numbers a point. Returns points, outward, along,
+// trace (two numbers and the length along the line) and triangles of all in one.
 export function tubes(polylines) {
   const kept = polylines.map((polyline) => apart(polyline.points));
   const mesh = room(kept);
@@ -33,6 +34,7 @@ function room(kept) {
   return {
     points: new Float32Array(3 * vertices),
     outward: new Float32Array(3 * vertices),
+    along: new Float32Array(3 * vertices),
     trace: new Float32Array(3 * vertices),
     triangles: new Uint32Array(corners),
     vertices: 0,
@@ -40,9 +42,10 @@ function room(kept) {
   };
 }
 
-function addVertex(mesh, place, outward, trace) {
+function addVertex(mesh, place, outward, along, trace) {
   mesh.points.set(place, 3 * mesh.vertices);
   mesh.outward.set(outward, 3 * mesh.vertices);
+  mesh.along.set(along, 3 * mesh.vertices);
   mesh.trace.set(trace, 3 * mesh.vertices);
   mesh.vertices += 1;
 }
@@ -81,17 +84,19 @@ function addTube(mesh, { points, trace }, kept) {
     const along = unit(minus(ahead, back)) ?? unit(minus(ahead, here));
     across = carried(across, along);
     const values = [trace[2 * number], trace[2 * number + 1], length];
-    addRing(mesh, here, across, cross(along, across), values);
+    addRing(mesh, here, across, along, values);
   });
   for (let ring = 0; ring + 1 < kept.length; ring += 1) addBand(mesh, first + ring * SIDES);
 }
 
-function addRing(mesh, centre, across, up, trace) {
+function addRing(mesh, centre, across, along, trace) {
+  const up = cross(along, across);
   for (const [c, s] of CORNERS) {
     addVertex(
       mesh,
       centre,
       across.map((a, k) => a * c + up[k] * s),
+      along,
       trace,
     );
   }
@@ -115,6 +120,7 @@ function addDot(mesh, { points, trace }, number) {
         mesh,
         point(points, number),
         [0, 1, 2].map((k) => (k === axis ? size : 0)),
+        [0, 0, 0],
         values,
       );
     }
