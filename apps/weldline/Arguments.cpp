@@ -2,13 +2,14 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <cmath>
 #include <map>
 
+#include "CheckArguments.h"
 #include "CompareArguments.h"
 #include "ExplainArguments.h"
 #include "FillTimeArguments.h"
 #include "HelpTexts.h"
+#include "InputArguments.h"
 #include "LineArguments.h"
 #include "RenderArguments.h"
 #include "base/Errors.h"
@@ -41,54 +42,10 @@ class HelpFormatter : public CLI::Formatter {
     }
 };
 
-// "latest" or a number, as the readers understand it.
-std::string timeProblem(const std::string& text) {
-    if (text == "latest") return {};
-    char* end = nullptr;
-    const double value = std::strtod(text.c_str(), &end);
-    const bool whole = end != text.c_str() && *end == '\0';
-    return whole && std::isfinite(value) ? std::string{}
-                                         : "'" + text + "' is neither 'latest' nor a number";
-}
-
-void addTime(CLI::App& command, std::string& time) {
-    command.add_option("--time", time, "Time of the data set")
-        ->type_name("T|latest")
-        ->check(timeProblem)
-        ->capture_default_str();
-}
-
-void addPatterns(CLI::App& command, GroupPatterns& patterns) {
-    const auto add = [&](const char* name, std::string& pattern, const char* text) {
-        command.add_option(name, pattern, text)
-            ->type_name("RE")
-            ->capture_default_str()
-            ->group("Boundary groups (regular expressions on patch names; the others are wall)");
-    };
-    add("--inlet", patterns.inlet, "Patches where melt enters");
-    add("--outlet", patterns.outlet, "Patches where air leaves");
-    add("--symmetry", patterns.symmetry, "Patches on a symmetry plane");
-}
-
-void addInput(CLI::App& command, std::string& input) {
-    command
-        .add_option("INPUT", input,
-                    "Filling result: .vtu, .pvtu, .vtk, .vtm, .pvd,\n"
-                    "EnSight .case, Exodus .e, .ex2, .exo, or an\n"
-                    "OpenFOAM case (folder or .foam)")
-        ->type_name("")
-        ->required();
-}
-
 void addResult(CLI::App& command, std::string& result) {
     command.add_option("RESULT", result, "What 'weldline analyze -o' wrote: .vtu or .pvtu")
         ->type_name("")
         ->required();
-}
-
-void addJson(CLI::App& command, std::string& json) {
-    command.add_option("--json", json, "Write the summary as JSON; - for standard output")
-        ->type_name("FILE|-");
 }
 
 void addSettings(CLI::App& command, AnalyzeOptions& o) {
@@ -258,10 +215,11 @@ void nameStandardOutput(std::string& file) {
 }
 
 const std::map<std::string, Arguments::Command> commands{
-    {"analyze", Arguments::Command::Analyze}, {"compare", Arguments::Command::Compare},
-    {"explain", Arguments::Command::Explain}, {"filltime", Arguments::Command::FillTime},
-    {"info", Arguments::Command::Info},       {"render", Arguments::Command::Render},
-    {"report", Arguments::Command::Report},   {"settings", Arguments::Command::Settings}};
+    {"analyze", Arguments::Command::Analyze},   {"check", Arguments::Command::Check},
+    {"compare", Arguments::Command::Compare},   {"explain", Arguments::Command::Explain},
+    {"filltime", Arguments::Command::FillTime}, {"info", Arguments::Command::Info},
+    {"render", Arguments::Command::Render},     {"report", Arguments::Command::Report},
+    {"settings", Arguments::Command::Settings}};
 
 }  // namespace
 
@@ -274,6 +232,7 @@ Arguments parseArguments(int argc, char** argv) {
     app.footer(programFooter);
     app.formatter(std::make_shared<HelpFormatter>());
     addAnalyze(app, result.analyze);
+    addCheck(app, result.check);
     addCompare(app, result.compare);
     addExplain(app, result.explain);
     addFillTime(app, result.fillTime);
@@ -296,10 +255,11 @@ Arguments parseArguments(int argc, char** argv) {
         throw UsageError(oneLine(error.what()) + "; see 'weldline" + name + " --help'");
     }
     checkValues(app, result);
-    for (std::string* json :
-         {&result.analyze.json, &result.compare.json, &result.explain.json, &result.info.json})
+    for (std::string* json : {&result.analyze.json, &result.check.json, &result.compare.json,
+                              &result.explain.json, &result.info.json})
         nameStandardOutput(*json);
-    for (std::string* input : {&result.analyze.input, &result.fillTime.input, &result.info.input})
+    for (std::string* input :
+         {&result.analyze.input, &result.check.input, &result.fillTime.input, &result.info.input})
         *input = foamFileOf(*input);
     result.command = commands.at(app.get_subcommands().front()->get_name());
     return result;

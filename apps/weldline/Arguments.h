@@ -59,6 +59,14 @@ struct InfoOptions {
     GroupPatterns patterns;
 };
 
+struct CheckOptions {
+    std::string input;
+    std::string field;  // empty: the usual names
+    std::string time = "latest";
+    std::string json;
+    GroupPatterns patterns;
+};
+
 struct CompareOptions {
     std::string first;  // results of analyze
     std::string second;
@@ -102,6 +110,7 @@ struct Arguments {
     enum class Command {
         ShowText,
         Analyze,
+        Check,
         Compare,
         Explain,
         FillTime,
@@ -113,6 +122,7 @@ struct Arguments {
     Command command = Command::ShowText;
     std::string text;  // help or version, for ShowText
     AnalyzeOptions analyze;
+    CheckOptions check;
     CompareOptions compare;
     ExplainOptions explain;
     FillTimeOptions fillTime;

@@ -41,6 +41,11 @@ TEST_F(Usage, help_of_filltime_has_examples_and_every_option) {
                                         "--field", "--level", "Exit codes:"});
 }
 
+TEST_F(Usage, help_of_check_has_examples_and_every_option) {
+    expectHelp({"check", "--help"}, {"Examples:", "weldline check part.vtu", "--field", "--json",
+                                     "--time", "--inlet", "--outlet", "Exit codes:"});
+}
+
 TEST_F(Usage, help_of_info_has_examples) {
     expectHelp({"info", "--help"}, {"Examples:", "weldline info case.foam", "Exit codes:"});
 }
