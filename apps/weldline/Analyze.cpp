@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <memory>
 
+#include "AutoGroups.h"
 #include "Console.h"
 #include "FindLines.h"
 #include "LineCsv.h"
@@ -66,16 +67,6 @@ Summary startSummary(const AnalyzeOptions& options, const RunControl& control,
     return summary;
 }
 
-// The cells of other ranks across the interface faces. Collective.
-CellsAcross cellsAcross(const RankPart& part, const std::vector<float>& fillTime) {
-    const std::vector<float> halo = haloValues(part.ranks, part.interface, fillTime);
-    CellsAcross across;
-    across.lambda = part.interface.lambda;
-    for (const int cell : part.interface.haloOfFace)
-        across.fillTime.push_back(halo[static_cast<std::size_t>(cell)]);
-    return across;
-}
-
 ResultFields resultFields(const RunInput& input, const std::vector<double>& angles,
                           const WeldLines& lines, std::vector<Vec3> directions) {
     const std::vector<double>& raw = input.fillTime();
@@ -135,6 +126,19 @@ auto namingFile(const std::string& file, Step step) {
     }
 }
 
+BoundaryGroups assignGroups(const RankPart& part, const AnalyzeOptions& options, const FvMesh& mesh,
+                            RunInput& input, Summary& summary) {
+    std::vector<Patch>& patches = input.data.part.patches;
+    GroupPatterns patterns = options.patterns;
+    if (options.autoGroups)
+        append(summary.remarks,
+               autoGroupRemarks(makeAutoGroups(part, mesh, input.fillTime(), patches, patterns)));
+    BoundaryGroups groups =
+        together(part.ranks, [&] { return groupBoundaryFaces(mesh, patches, patterns); });
+    addUpPatches(part.ranks, patches.size(), groups);
+    return groups;
+}
+
 Summary run(Ranks& ranks, const AnalyzeOptions& options, Progress& progress) {
     // Refuse what cannot end well before the long work starts. The library reads its control text
     // from, and writes its trace to, a private folder of each rank, so that nothing half done is
@@ -165,11 +169,8 @@ Summary run(Ranks& ranks, const AnalyzeOptions& options, Progress& progress) {
 
     // 3. Groups.
     progress.step("assigning the boundary");
-    BoundaryGroups groups = namingFile(options.input, [&] {
-        return together(ranks,
-                        [&] { return groupBoundaryFaces(mesh, own.patches, options.patterns); });
-    });
-    addUpPatches(ranks, own.patches.size(), groups);
+    const BoundaryGroups groups = namingFile(
+        options.input, [&] { return assignGroups(part, options, mesh, input, summary); });
     describeMesh(summary, ranks, input.data, mesh, groups);
     append(summary.remarks, groupRemarks(groups, options.patterns));
 

@@ -148,6 +148,7 @@ void addAnalyze(CLI::App& app, AnalyzeOptions& o) {
         ->type_name("NAME");
     addTime(*command, o.time);
     addPatterns(*command, o.patterns);
+    addAutoGroups(*command, o.autoGroups);
     addSettings(*command, o);
     addRunOptions(*command, o);
     addReasons(*command, o.reasons);

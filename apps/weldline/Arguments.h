@@ -29,6 +29,7 @@ struct AnalyzeOptions {
     std::string field;   // empty: the usual names
     std::string time = "latest";
     GroupPatterns patterns;
+    bool autoGroups = false;  // walls that fill first are inlets where no patch name tells them
 
     std::string control;             // the user's own control file; empty: one is made
     std::vector<std::string> set;    // KEY=VALUE

@@ -18,6 +18,9 @@ std::string timeProblem(const std::string& text) {
                                          : "'" + text + "' is neither 'latest' nor a number";
 }
 
+constexpr const char* boundaryGroups =
+    "Boundary groups (regular expressions on patch names; the others are wall)";
+
 }  // namespace
 
 void addInput(CLI::App& command, std::string& input) {
@@ -42,11 +45,19 @@ void addPatterns(CLI::App& command, GroupPatterns& patterns) {
         command.add_option(name, pattern, text)
             ->type_name("RE")
             ->capture_default_str()
-            ->group("Boundary groups (regular expressions on patch names; the others are wall)");
+            ->group(boundaryGroups);
     };
     add("--inlet", patterns.inlet, "Patches where melt enters");
     add("--outlet", patterns.outlet, "Patches where air leaves");
     add("--symmetry", patterns.symmetry, "Patches on a symmetry plane");
+}
+
+void addAutoGroups(CLI::App& command, bool& autoGroups) {
+    command
+        .add_flag("--auto-groups", autoGroups,
+                  "Where no patch name tells inlets or outlets, take\n"
+                  "walls that fill first as inlets, last as outlets")
+        ->group(boundaryGroups);
 }
 
 void addJson(CLI::App& command, std::string& json) {

@@ -14,6 +14,7 @@ namespace weldline {
 void addInput(CLI::App& command, std::string& input);
 void addTime(CLI::App& command, std::string& time);
 void addPatterns(CLI::App& command, GroupPatterns& patterns);
+void addAutoGroups(CLI::App& command, bool& autoGroups);
 void addJson(CLI::App& command, std::string& json);
 
 }  // namespace weldline

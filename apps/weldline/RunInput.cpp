@@ -99,4 +99,13 @@ RunFillTime prepareRunFillTime(const RankPart& part, const std::string& file, co
     return fill;
 }
 
+CellsAcross cellsAcross(const RankPart& part, const std::vector<float>& fillTime) {
+    const std::vector<float> halo = haloValues(part.ranks, part.interface, fillTime);
+    CellsAcross across;
+    across.lambda = part.interface.lambda;
+    for (const int cell : part.interface.haloOfFace)
+        across.fillTime.push_back(halo[static_cast<std::size_t>(cell)]);
+    return across;
+}
+
 }  // namespace weldline

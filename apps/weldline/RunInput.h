@@ -10,6 +10,7 @@
 #include "io/DataSet.h"
 #include "mesh/BoundaryGroups.h"
 #include "mesh/FvMesh.h"
+#include "results/FlowDirection.h"
 
 namespace weldline {
 
@@ -40,5 +41,8 @@ struct RunFillTime {
 // Collective. Throws InputError on all ranks when no cell is reached.
 RunFillTime prepareRunFillTime(const RankPart& part, const std::string& file, const RunInput& input,
                                const FvMesh& mesh, const BoundaryGroups& groups, ZeroFillTime zero);
+
+// The cells of other ranks across the interface faces. Collective.
+CellsAcross cellsAcross(const RankPart& part, const std::vector<float>& fillTime);
 
 }  // namespace weldline

@@ -30,10 +30,16 @@ TEST_F(Usage, help_of_the_program_names_commands_examples_and_exit_codes) {
 
 TEST_F(Usage, help_of_analyze_has_examples_and_every_option) {
     expectHelp({"analyze", "--help"},
-               {"Examples:", "weldline analyze case.foam -o out/case.vtu --json out/case.json",
-                "Exit codes:", "--output", "--json", "--field", "--time", "--control", "--set",
-                "--inlet", "--outlet", "--symmetry", "--method", "--gradient", "--gradient-set",
-                "--bi-field", "--mesh-file-type", "--cell-state", "FlagDebugOutput=1"});
+               {"Examples:",     "weldline analyze case.foam -o out/case.vtu --json out/case.json",
+                "Exit codes:",   "--output",
+                "--json",        "--field",
+                "--time",        "--control",
+                "--set",         "--inlet",
+                "--outlet",      "--symmetry",
+                "--auto-groups", "--method",
+                "--gradient",    "--gradient-set",
+                "--bi-field",    "--mesh-file-type",
+                "--cell-state",  "FlagDebugOutput=1"});
 }
 
 TEST_F(Usage, help_of_filltime_has_examples_and_every_option) {
