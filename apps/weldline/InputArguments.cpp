@@ -27,8 +27,8 @@ void addInput(CLI::App& command, std::string& input) {
     command
         .add_option("INPUT", input,
                     "Filling result: .vtu, .pvtu, .vtk, .vtm, .pvd,\n"
-                    "EnSight .case, Exodus .e, .ex2, .exo, or an\n"
-                    "OpenFOAM case (folder or .foam)")
+                    "EnSight .case, Exodus .e, .ex2, .exo, gmsh .msh,\n"
+                    "or an OpenFOAM case (folder or .foam)")
         ->type_name("")
         ->required();
 }

@@ -27,6 +27,7 @@ struct ReadOptions {
 // One filling result, read: the volume cells, the boundary patches where the data set has any, and
 // the fill time per cell. Patches are
 //  - the patches of an OpenFOAM case and the surface blocks of a multi-block data set, by name;
+//  - the physical surfaces of a gmsh file, by name;
 //  - 2-D cells beside the volume cells, named by their number in the first integer cell array of
 //    PatchId, PatchIds, BoundaryId, boundary_id, CellEntityIds, gmsh:physical, medit:ref.
 // Other cells that are no volume cells are left out, with a remark. Pentagonal and hexagonal prisms
@@ -47,11 +48,11 @@ struct DataSet {
     std::vector<std::string> remarks;  // what the user should know, one sentence each
 };
 
-// Reads .vtu, .pvtu, .vtk, .vtm, .pvd, EnSight (.case), Exodus (.e, .ex2, .exo) and OpenFOAM
-// (.foam) data sets in one process. Throws InputError with one line: no such file, not a data set,
-// damaged, no volume cells, volume cells of a higher order, field missing (names those that exist),
-// field on points instead of cells, not one component. Throws UsageError when the time is neither a
-// number nor "latest".
+// Reads .vtu, .pvtu, .vtk, .vtm, .pvd, EnSight (.case), Exodus (.e, .ex2, .exo), gmsh (.msh) and
+// OpenFOAM (.foam) data sets in one process. Throws InputError with one line: no such file, not a
+// data set, damaged, no volume cells, volume cells of a higher order, field missing (names those
+// that exist), field on points instead of cells, not one component. Throws UsageError when the time
+// is neither a number nor "latest".
 DataSet readDataSet(const std::string& file, const ReadOptions& options);
 
 // What one rank of a run holds of a filling result.

@@ -48,9 +48,13 @@ PieceList listByExtension(const std::string& file) {
     if (extension == ".e" || extension == ".ex2" || extension == ".exo") {
         return oneFile(file, "Exodus file", Piece::Kind::Exodus);
     }
-    failOnInput(file,
-                "unknown kind of data set; .vtu, .pvtu, .vtk, .vtm, .pvd, .case (EnSight), .e, "
-                ".ex2 and .exo (Exodus), and OpenFOAM cases (folder or .foam) can be read");
+    if (extension == ".msh") {
+        return oneFile(file, "gmsh mesh", Piece::Kind::Gmsh);
+    }
+    failOnInput(
+        file,
+        "unknown kind of data set; .vtu, .pvtu, .vtk, .vtm, .pvd, .case (EnSight), .e, "
+        ".ex2 and .exo (Exodus), .msh (gmsh), and OpenFOAM cases (folder or .foam) can be read");
 }
 
 // Per piece the place of its middle among the bytes of all, from 0 to 1. A piece without a size,

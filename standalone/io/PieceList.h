@@ -15,6 +15,7 @@ struct Piece {
         Collection,  // a .pvd file, which names files for times
         EnSight,
         Exodus,
+        Gmsh,
         Other  // a file that holds no grid
     };
     Kind kind = Kind::Grids;

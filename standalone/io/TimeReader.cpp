@@ -12,6 +12,8 @@ std::unique_ptr<TimeReader> openTimes(const PieceList& list, const Piece& piece)
             return openEnSight(piece.file);
         case Piece::Kind::Exodus:
             return openExodus(piece.file);
+        case Piece::Kind::Gmsh:
+            return openGmshFile(piece.file);
         default:
             return nullptr;
     }

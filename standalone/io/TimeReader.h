@@ -35,5 +35,6 @@ std::unique_ptr<TimeReader> openFoamCase(const std::string& file, const std::str
 std::unique_ptr<TimeReader> openCollection(const std::string& file);  // .pvd
 std::unique_ptr<TimeReader> openEnSight(const std::string& file);
 std::unique_ptr<TimeReader> openExodus(const std::string& file);
+std::unique_ptr<TimeReader> openGmshFile(const std::string& file);
 
 }  // namespace weldline

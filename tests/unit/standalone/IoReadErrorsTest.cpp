@@ -42,9 +42,9 @@ TEST_F(ReadErrors, folder) {
 
 TEST_F(ReadErrors, unknownKind) {
     expectError(
-        put("a.msh", "$MeshFormat"),
+        put("a.stl", "solid"),
         "unknown kind of data set; .vtu, .pvtu, .vtk, .vtm, .pvd, .case (EnSight), .e, .ex2 "
-        "and .exo (Exodus), and OpenFOAM cases (folder or .foam) can be read");
+        "and .exo (Exodus), .msh (gmsh), and OpenFOAM cases (folder or .foam) can be read");
 }
 
 TEST_F(ReadErrors, emptyFiles) {

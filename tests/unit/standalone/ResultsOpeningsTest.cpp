@@ -104,6 +104,7 @@ TEST_F(OpeningsOfRow, become_patches_that_the_patterns_find) {
     ASSERT_EQ(made[0].from.size(), 1U);
     EXPECT_EQ(made[0].from[0].patch, "skin");
     EXPECT_EQ(made[0].low.x, 0.0);
+    EXPECT_EQ(made[1].kind, GroupKind::Outlet);
     EXPECT_EQ(made[1].high.x, 3.0);
 
     const BoundaryGroups groups = groupBoundaryFaces(mesh, patches, patterns);
