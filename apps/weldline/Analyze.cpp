@@ -53,6 +53,7 @@ Summary startSummary(const AnalyzeOptions& options, const RunControl& control,
     summary.input = options.input;
     summary.field = data.fieldName;
     summary.time = data.time;
+    summary.scale = options.scale;
     summary.settings = control.settings;
     summary.controlFile = control.file;
     summary.meshFileType = options.meshFileType;

@@ -147,6 +147,7 @@ void addAnalyze(CLI::App& app, AnalyzeOptions& o) {
     command->add_option("--field", o.field, "Cell array with the fill time [FillTime or fillTime]")
         ->type_name("NAME");
     addTime(*command, o.time);
+    addScale(*command, o.scale);
     addPatterns(*command, o.patterns);
     addAutoGroups(*command, o.autoGroups);
     addSettings(*command, o);
@@ -200,6 +201,7 @@ void checkValues(const CLI::App& app, const Arguments& arguments) {
     checkFillTime(arguments.fillTime);
     checkRender(arguments.render);
     checkRule(arguments.analyze.failOn);
+    checkScale(arguments.analyze.scale);
     for (const auto* command : app.get_subcommands())
         for (const auto* option : command->get_options())
             if (option->count() > 0 && option->get_expected_max() > 0 &&

@@ -28,6 +28,7 @@ struct AnalyzeOptions {
     std::string json;    // file, "-" for standard output; empty: none
     std::string field;   // empty: the usual names
     std::string time = "latest";
+    double scale = 1.0;  // of lengths
     GroupPatterns patterns;
     bool autoGroups = false;  // walls that fill first are inlets where no patch name tells them
 

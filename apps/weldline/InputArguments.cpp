@@ -4,6 +4,8 @@
 #include <cmath>
 #include <cstdlib>
 
+#include "base/Errors.h"
+
 namespace weldline {
 
 namespace {
@@ -38,6 +40,19 @@ void addTime(CLI::App& command, std::string& time) {
         ->type_name("T|latest")
         ->check(timeProblem)
         ->capture_default_str();
+}
+
+void addScale(CLI::App& command, double& scale) {
+    command
+        .add_option("--scale", scale,
+                    "Multiply lengths by this; 0.001 makes metres of\nmillimetres")
+        ->type_name("FACTOR")
+        ->capture_default_str();
+}
+
+void checkScale(double scale) {
+    if (!(scale > 0.0 && std::isfinite(scale)))
+        throw UsageError("--scale: not a factor; give a number above 0, such as 0.001");
 }
 
 void addPatterns(CLI::App& command, GroupPatterns& patterns) {

@@ -56,6 +56,7 @@ RunInput readRunInput(Ranks& ranks, const AnalyzeOptions& options,
     read.fieldGiven = !options.field.empty();
     if (read.fieldGiven) read.field = options.field;
     read.time = options.time;
+    read.scale = options.scale;
     if (!read.fieldGiven) read.series.use = SeriesOptions::Use::WhereNoFillTime;
     read.series.progress = tell;
     for (const std::string& name : {options.biField, options.cellState})

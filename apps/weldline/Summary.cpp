@@ -129,7 +129,7 @@ std::vector<std::string> flatRemarks(std::int64_t flatCells, const FillTimeCount
     return {
         "in " + counted(flatCells, "cell", "cells") +
         " the fill time rises by less than 0.001 per unit of length, which the gradient takes as "
-        "no flow; give lengths in a larger unit, such as metres"};
+        "no flow; give lengths in a larger unit, such as metres (--scale)"};
 }
 
 std::vector<std::string> resultRemarks(const Summary& summary) {
@@ -151,6 +151,12 @@ void describeLines(Summary& summary, FoundLines& found) {
     const LineRule rule(summary.failOn);
     for (const WeldLine& line : summary.weldLines.lines)
         if (rule.holdsFor(line)) summary.failing.push_back(line.id);
+}
+
+std::string unitsText(double scale) {
+    return scale == 1.0 ? "lengths and times as in the data set"
+                        : "lengths of the data set times " + shortNumber(scale) +
+                              ", times as in the data set";
 }
 
 std::string failingText(const Summary& summary) {

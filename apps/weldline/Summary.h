@@ -26,6 +26,7 @@ struct Summary {
     std::string input;
     std::string field;
     std::optional<double> time;
+    double scale = 1.0;  // of the lengths of the data set
 
     std::vector<Kind> kinds;  // only those that occur
     long long cells = 0;
@@ -75,6 +76,9 @@ void describeLines(Summary& summary, FoundLines& found);
 
 // Which lines fulfil failOn; one line of text.
 std::string failingText(const Summary& summary);
+
+// Which units lengths and times have.
+std::string unitsText(double scale);
 
 // "wall", "inlet", "outlet", "symmetry".
 std::string nameOf(GroupKind kind);

@@ -140,6 +140,7 @@ std::string runJson(const Summary& s) {
                        {"input", std::filesystem::path(s.input).filename().string()},
                        {"field", s.field},
                        {"time", s.time ? number(*s.time) : Json()},
+                       {"scale", number(s.scale)},
                        {"mesh", meshJson(s)},
                        {"settings", settings},
                        {"zeroTime", nameOf(s.zeroTime)},
@@ -151,6 +152,8 @@ std::string summaryJson(const Summary& s) {
     const Json input{{"file", s.input},
                      {"field", s.field},
                      {"time", s.time ? number(*s.time) : Json()},
+                     {"scale", number(s.scale)},
+                     {"units", unitsText(s.scale)},
                      {"biField", textOrNull(s.biField)},
                      {"cellState", textOrNull(s.cellState)}};
     const Json fillTime{{"earliest", number(s.fill.earliest)}, {"latest", number(s.fill.latest)}};

@@ -160,6 +160,7 @@ std::string summaryTable(const Summary& s, bool style) {
                               s.nodes, s.innerFaces, s.boundaryFaces),
                   style);
     text += entry("Box", boxText(s.low, s.high) + fmt::format("; volume {:.6g}", s.volume), style);
+    text += entry("Units", unitsText(s.scale), style);
     text += entry("Boundary", groupsText(s.patches), style);
     text += entry("Calculation", describeStages(stagesOf(s.settings)), style);
     text += entry("Settings", settingsText(s.settings), style);

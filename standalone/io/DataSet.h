@@ -22,6 +22,7 @@ struct ReadOptions {
                                        // gets the mean over its nodes
     std::vector<std::string> pointArrays;  // in one process only
     SeriesOptions series;
+    double scale = 1.0;  // lengths of the data set are multiplied by it
 };
 
 // One filling result, read: the volume cells, the boundary patches where the data set has any, and

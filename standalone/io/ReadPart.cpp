@@ -286,6 +286,9 @@ DataPart readPart(Ranks& ranks, const std::string& file, const ReadOptions& opti
         deliverPatchFaces(ranks, faces, data.part);
         spreadMesh(ranks, data.part);
     });
+    for (Vec3& point : data.part.mesh.points) {
+        point = options.scale * point;
+    }
     return data;
 }
 

@@ -42,6 +42,10 @@ TEST_F(Usage, help_of_analyze_has_examples_and_every_option) {
                 "--cell-state",  "FlagDebugOutput=1"});
 }
 
+TEST_F(Usage, help_of_analyze_tells_of_units) {
+    expectHelp({"analyze", "--help"}, {"--scale", "FACTOR"});
+}
+
 TEST_F(Usage, help_of_filltime_has_examples_and_every_option) {
     expectHelp({"filltime", "--help"}, {"Examples:", "weldline filltime case -o filltime.vtu",
                                         "--field", "--level", "Exit codes:"});
