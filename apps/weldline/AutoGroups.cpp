@@ -57,6 +57,7 @@ std::vector<std::string> autoGroupRemarks(const std::vector<MadePatch>& made) {
             "--auto-groups changes nothing: inlets and outlets have names, or no wall fills "
             "first or last"};
     std::vector<std::string> remarks;
+    remarks.reserve(made.size());
     for (const MadePatch& patch : made)
         remarks.push_back("taken as " + nameOf(patch.kind) + " by --auto-groups, as patch '" +
                           patch.name + "': " + describe(patch));
