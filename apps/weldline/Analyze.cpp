@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <memory>
 
+#include "AutoGroups.h"
 #include "Console.h"
 #include "FindLines.h"
 #include "LineCsv.h"
@@ -52,6 +53,7 @@ Summary startSummary(const AnalyzeOptions& options, const RunControl& control,
     summary.input = options.input;
     summary.field = data.fieldName;
     summary.time = data.time;
+    summary.scale = options.scale;
     summary.settings = control.settings;
     summary.controlFile = control.file;
     summary.meshFileType = options.meshFileType;
@@ -65,16 +67,6 @@ Summary startSummary(const AnalyzeOptions& options, const RunControl& control,
     summary.outputs = outputs;
     summary.remarks = control.remarks;
     return summary;
-}
-
-// The cells of other ranks across the interface faces. Collective.
-CellsAcross cellsAcross(const RankPart& part, const std::vector<float>& fillTime) {
-    const std::vector<float> halo = haloValues(part.ranks, part.interface, fillTime);
-    CellsAcross across;
-    across.lambda = part.interface.lambda;
-    for (const int cell : part.interface.haloOfFace)
-        across.fillTime.push_back(halo[static_cast<std::size_t>(cell)]);
-    return across;
 }
 
 ResultFields resultFields(const RunInput& input, const std::vector<double>& angles,
@@ -136,6 +128,19 @@ auto namingFile(const std::string& file, Step step) {
     }
 }
 
+BoundaryGroups assignGroups(const RankPart& part, const AnalyzeOptions& options, const FvMesh& mesh,
+                            RunInput& input, Summary& summary) {
+    std::vector<Patch>& patches = input.data.part.patches;
+    GroupPatterns patterns = options.patterns;
+    if (options.autoGroups)
+        append(summary.remarks,
+               autoGroupRemarks(makeAutoGroups(part, mesh, input.fillTime(), patches, patterns)));
+    BoundaryGroups groups =
+        together(part.ranks, [&] { return groupBoundaryFaces(mesh, patches, patterns); });
+    addUpPatches(part.ranks, patches.size(), groups);
+    return groups;
+}
+
 Summary run(Ranks& ranks, const AnalyzeOptions& options, Progress& progress) {
     // Refuse what cannot end well before the long work starts. The library reads its control text
     // from, and writes its trace to, a private folder of each rank, so that nothing half done is
@@ -148,11 +153,13 @@ Summary run(Ranks& ranks, const AnalyzeOptions& options, Progress& progress) {
 
     // 1. Read.
     progress.step("reading " + std::filesystem::path(options.input).filename().string());
-    RunInput input = readRunInput(ranks, options);
+    RunInput input =
+        readRunInput(ranks, options, [&](const std::string& text) { progress.within(text); });
     MeshPart& own = input.data.part;
     Summary summary = startSummary(options, control, outputs, input.data);
     summary.ranks = ranks.size();
     append(summary.remarks, input.data.remarks);
+    append(summary.remarks, seriesRemarks(input.data.series));
 
     // 2. Mesh.
     progress.step("building the mesh of " + std::to_string(input.data.cells) + " cells");
@@ -164,11 +171,8 @@ Summary run(Ranks& ranks, const AnalyzeOptions& options, Progress& progress) {
 
     // 3. Groups.
     progress.step("assigning the boundary");
-    BoundaryGroups groups = namingFile(options.input, [&] {
-        return together(ranks,
-                        [&] { return groupBoundaryFaces(mesh, own.patches, options.patterns); });
-    });
-    addUpPatches(ranks, own.patches.size(), groups);
+    const BoundaryGroups groups = namingFile(
+        options.input, [&] { return assignGroups(part, options, mesh, input, summary); });
     describeMesh(summary, ranks, input.data, mesh, groups);
     append(summary.remarks, groupRemarks(groups, options.patterns));
 

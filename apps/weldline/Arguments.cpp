@@ -2,16 +2,19 @@
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
-#include <cmath>
 #include <map>
 
+#include "CheckArguments.h"
 #include "CompareArguments.h"
 #include "ExplainArguments.h"
+#include "FillTimeArguments.h"
 #include "HelpTexts.h"
+#include "InputArguments.h"
 #include "LineArguments.h"
 #include "RenderArguments.h"
 #include "RunArguments.h"
 #include "base/Errors.h"
+#include "io/DataSet.h"
 
 namespace weldline {
 
@@ -40,53 +43,10 @@ class HelpFormatter : public CLI::Formatter {
     }
 };
 
-// "latest" or a number, as the readers understand it.
-std::string timeProblem(const std::string& text) {
-    if (text == "latest") return {};
-    char* end = nullptr;
-    const double value = std::strtod(text.c_str(), &end);
-    const bool whole = end != text.c_str() && *end == '\0';
-    return whole && std::isfinite(value) ? std::string{}
-                                         : "'" + text + "' is neither 'latest' nor a number";
-}
-
-void addTime(CLI::App& command, std::string& time) {
-    command.add_option("--time", time, "Time of the data set")
-        ->type_name("T|latest")
-        ->check(timeProblem)
-        ->capture_default_str();
-}
-
-void addPatterns(CLI::App& command, GroupPatterns& patterns) {
-    const auto add = [&](const char* name, std::string& pattern, const char* text) {
-        command.add_option(name, pattern, text)
-            ->type_name("RE")
-            ->capture_default_str()
-            ->group("Boundary groups (regular expressions on patch names; the others are wall)");
-    };
-    add("--inlet", patterns.inlet, "Patches where melt enters");
-    add("--outlet", patterns.outlet, "Patches where air leaves");
-    add("--symmetry", patterns.symmetry, "Patches on a symmetry plane");
-}
-
-void addInput(CLI::App& command, std::string& input) {
-    command
-        .add_option("INPUT", input,
-                    "Filling result: .vtu, .pvtu, .vtk, .vtm,\n"
-                    "or the .foam file of an OpenFOAM case")
-        ->type_name("")
-        ->required();
-}
-
 void addResult(CLI::App& command, std::string& result) {
     command.add_option("RESULT", result, "What 'weldline analyze -o' wrote: .vtu or .pvtu")
         ->type_name("")
         ->required();
-}
-
-void addJson(CLI::App& command, std::string& json) {
-    command.add_option("--json", json, "Write the summary as JSON; - for standard output")
-        ->type_name("FILE|-");
 }
 
 void addLineOutputs(CLI::App& command, AnalyzeOptions& o) {
@@ -115,7 +75,9 @@ void addAnalyze(CLI::App& app, AnalyzeOptions& o) {
     command->add_option("--field", o.field, "Cell array with the fill time [FillTime or fillTime]")
         ->type_name("NAME");
     addTime(*command, o.time);
+    addScale(*command, o.scale);
     addPatterns(*command, o.patterns);
+    addAutoGroups(*command, o.autoGroups);
     addSettings(*command, o);
     addRunOptions(*command, o);
     addReasons(*command, o.reasons);
@@ -164,8 +126,10 @@ void checkValues(const CLI::App& app, const Arguments& arguments) {
     checkLineOptions(arguments.analyze.lineOptions);
     checkLineOptions(arguments.report.lines);
     checkCompare(arguments.compare);
+    checkFillTime(arguments.fillTime);
     checkRender(arguments.render);
     checkRule(arguments.analyze.failOn);
+    checkScale(arguments.analyze.scale);
     for (const auto* command : app.get_subcommands())
         for (const auto* option : command->get_options())
             if (option->count() > 0 && option->get_expected_max() > 0 &&
@@ -181,6 +145,13 @@ void nameStandardOutput(std::string& file) {
     if (file == "/dev/stdout" || file == "/dev/fd/1" || file == "/proc/self/fd/1") file = "-";
 }
 
+const std::map<std::string, Arguments::Command> commands{
+    {"analyze", Arguments::Command::Analyze},   {"check", Arguments::Command::Check},
+    {"compare", Arguments::Command::Compare},   {"explain", Arguments::Command::Explain},
+    {"filltime", Arguments::Command::FillTime}, {"info", Arguments::Command::Info},
+    {"render", Arguments::Command::Render},     {"report", Arguments::Command::Report},
+    {"settings", Arguments::Command::Settings}};
+
 }  // namespace
 
 Arguments parseArguments(int argc, char** argv) {
@@ -192,8 +163,10 @@ Arguments parseArguments(int argc, char** argv) {
     app.footer(programFooter);
     app.formatter(std::make_shared<HelpFormatter>());
     addAnalyze(app, result.analyze);
+    addCheck(app, result.check);
     addCompare(app, result.compare);
     addExplain(app, result.explain);
+    addFillTime(app, result.fillTime);
     addInfo(app, result.info);
     addRender(app, result.render);
     addReport(app, result.report);
@@ -207,22 +180,19 @@ Arguments parseArguments(int argc, char** argv) {
         result.text = std::string(version.what()) + "\n";
         return result;
     } catch (const CLI::ParseError& error) {
-        const auto commands = app.get_subcommands();
-        if (commands.empty() && argc > 1) throw UsageError(oneLine(argv[1]) + noSuchCommand);
-        const std::string name = commands.empty() ? "" : " " + commands.front()->get_name();
+        const auto given = app.get_subcommands();
+        if (given.empty() && argc > 1) throw UsageError(oneLine(argv[1]) + noSuchCommand);
+        const std::string name = given.empty() ? "" : " " + given.front()->get_name();
         throw UsageError(oneLine(error.what()) + "; see 'weldline" + name + " --help'");
     }
     checkValues(app, result);
-    for (std::string* json :
-         {&result.analyze.json, &result.compare.json, &result.explain.json, &result.info.json})
+    for (std::string* json : {&result.analyze.json, &result.check.json, &result.compare.json,
+                              &result.explain.json, &result.info.json})
         nameStandardOutput(*json);
-    if (app.got_subcommand("analyze")) result.command = Arguments::Command::Analyze;
-    if (app.got_subcommand("compare")) result.command = Arguments::Command::Compare;
-    if (app.got_subcommand("explain")) result.command = Arguments::Command::Explain;
-    if (app.got_subcommand("info")) result.command = Arguments::Command::Info;
-    if (app.got_subcommand("render")) result.command = Arguments::Command::Render;
-    if (app.got_subcommand("report")) result.command = Arguments::Command::Report;
-    if (app.got_subcommand("settings")) result.command = Arguments::Command::Settings;
+    for (std::string* input :
+         {&result.analyze.input, &result.check.input, &result.fillTime.input, &result.info.input})
+        *input = foamFileOf(*input);
+    result.command = commands.at(app.get_subcommands().front()->get_name());
     return result;
 }
 

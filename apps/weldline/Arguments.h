@@ -29,7 +29,9 @@ struct AnalyzeOptions {
     std::string json;    // file, "-" for standard output; empty: none
     std::string field;   // empty: the usual names
     std::string time = "latest";
+    double scale = 1.0;  // of lengths
     GroupPatterns patterns;
+    bool autoGroups = false;  // walls that fill first are inlets where no patch name tells them
 
     std::string control;             // the user's own control file; empty: one is made
     std::vector<std::string> set;    // KEY=VALUE
@@ -47,8 +49,23 @@ struct AnalyzeOptions {
     std::string failOn;              // rule on lines that makes the run fail; empty: none
 };
 
+struct FillTimeOptions {
+    std::string input;
+    std::string output;  // .vtu
+    std::string field;   // phase fraction; empty: the only one named alpha...
+    double level = 0.5;
+};
+
 struct InfoOptions {
     std::string input;
+    std::string time = "latest";
+    std::string json;
+    GroupPatterns patterns;
+};
+
+struct CheckOptions {
+    std::string input;
+    std::string field;  // empty: the usual names
     std::string time = "latest";
     std::string json;
     GroupPatterns patterns;
@@ -94,12 +111,25 @@ struct SettingsOptions {
 };
 
 struct Arguments {
-    enum class Command { ShowText, Analyze, Compare, Explain, Info, Render, Report, Settings };
+    enum class Command {
+        ShowText,
+        Analyze,
+        Check,
+        Compare,
+        Explain,
+        FillTime,
+        Info,
+        Render,
+        Report,
+        Settings
+    };
     Command command = Command::ShowText;
     std::string text;  // help or version, for ShowText
     AnalyzeOptions analyze;
+    CheckOptions check;
     CompareOptions compare;
     ExplainOptions explain;
+    FillTimeOptions fillTime;
     InfoOptions info;
     RenderOptions render;
     ReportOptions report;

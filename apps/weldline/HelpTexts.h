@@ -21,8 +21,8 @@ inline constexpr const char* programFooter =
     "10 a weld line fulfils the rule of --fail-on.\n";
 
 inline constexpr const char* noSuchCommand =
-    ": no command of the program; use analyze, compare, explain, info, render, report or "
-    "settings, or see 'weldline --help'";
+    ": no command of the program; use analyze, check, compare, explain, filltime, info, render, "
+    "report or settings, or see 'weldline --help'";
 
 inline constexpr const char* analyzeFooter =
     "Examples:\n"

@@ -68,7 +68,7 @@ bool isPartOfInput(const std::string& output, const std::string& input) {
     if (sameFile(output, input)) return true;
     const std::string kind = fs::path(input).extension().string();
     if (kind == ".foam") return exists(output) && isInCase(output, input);
-    if ((kind != ".pvtu" && kind != ".vtm") || !exists(output)) return false;
+    if ((kind != ".pvtu" && kind != ".vtm" && kind != ".pvd") || !exists(output)) return false;
     std::string text;
     if (!readWholeFile(input, text))
         throw InputError("'" + input + "': the file cannot be read (" +

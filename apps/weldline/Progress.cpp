@@ -35,6 +35,10 @@ Progress::~Progress() {
 
 void Progress::step(const std::string& text) {
     ++m_step;
+    within(text);
+}
+
+void Progress::within(const std::string& text) const {
     if (!m_visible) return;
     std::string line = "[" + std::to_string(m_step) + "/" + std::to_string(m_steps) + "] " + text;
     line.resize(lineWidth, ' ');

@@ -16,6 +16,9 @@ class Progress {
 
     void step(const std::string& text);
 
+    // Tells more of the step under way.
+    void within(const std::string& text) const;
+
     // Takes the line away.
     void finish();
 

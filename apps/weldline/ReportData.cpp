@@ -10,6 +10,7 @@
 
 #include "JsonParts.h"
 #include "RunNotes.h"
+#include "Summary.h"
 #include "mesh/MeshQuality.h"
 #include "results/Skin.h"
 
@@ -162,6 +163,7 @@ Json settingsJson(const Json& run, const LineOptions& options) {
         if (!text.empty()) list.push_back({name, text});
     };
     if (run.contains("field")) add("fill time", run["field"]);
+    add("units", unitsText(run.value("scale", 1.0)));
     const Json settings = run.value("settings", Json::object());
     for (const auto& [name, value] : settings.items()) add(name, value);
     if (run.contains("trappedAir")) add("trappedAir", run["trappedAir"]);

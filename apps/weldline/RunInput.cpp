@@ -58,11 +58,15 @@ void closeGaps(const RankPart& part, const FvMesh& mesh, RunFillTime& fill) {
 
 }  // namespace
 
-RunInput readRunInput(Ranks& ranks, const AnalyzeOptions& options) {
+RunInput readRunInput(Ranks& ranks, const AnalyzeOptions& options,
+                      const std::function<void(const std::string&)>& tell) {
     ReadOptions read;
     read.fieldGiven = !options.field.empty();
     if (read.fieldGiven) read.field = options.field;
     read.time = options.time;
+    read.scale = options.scale;
+    if (!read.fieldGiven) read.series.use = SeriesOptions::Use::WhereNoFillTime;
+    read.series.progress = tell;
     for (const std::string& name : {options.biField, options.cellState})
         if (!name.empty()) read.cellArrays.push_back(name);
     read.carried = options.carry;
@@ -104,6 +108,15 @@ RunFillTime prepareRunFillTime(const RankPart& part, const AnalyzeOptions& optio
                    [&] { refuseEmpty(options.input, input.data.fieldName, fill.counts); });
     if (options.trappedAir == TrappedAir::Close) closeGaps(part, mesh, fill);
     return fill;
+}
+
+CellsAcross cellsAcross(const RankPart& part, const std::vector<float>& fillTime) {
+    const std::vector<float> halo = haloValues(part.ranks, part.interface, fillTime);
+    CellsAcross across;
+    across.lambda = part.interface.lambda;
+    for (const int cell : part.interface.haloOfFace)
+        across.fillTime.push_back(halo[static_cast<std::size_t>(cell)]);
+    return across;
 }
 
 }  // namespace weldline

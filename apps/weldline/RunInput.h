@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -9,6 +10,7 @@
 #include "io/DataSet.h"
 #include "mesh/BoundaryGroups.h"
 #include "mesh/FvMesh.h"
+#include "results/FlowDirection.h"
 
 namespace weldline {
 
@@ -23,8 +25,10 @@ struct RunInput {
     const std::vector<double>& fillTime() const { return data.part.cellFields.front(); }
 };
 
-// Collective. Throws InputError on all ranks.
-RunInput readRunInput(Ranks& ranks, const AnalyzeOptions& options);
+// Where the data set holds no fill time, but a phase fraction over times, the fill time comes from
+// that. `tell` is told what is being read. Collective. Throws InputError on all ranks.
+RunInput readRunInput(Ranks& ranks, const AnalyzeOptions& options,
+                      const std::function<void(const std::string&)>& tell);
 
 // Fill times of a run.
 struct RunFillTime {
@@ -38,5 +42,8 @@ struct RunFillTime {
 RunFillTime prepareRunFillTime(const RankPart& part, const AnalyzeOptions& options,
                                const RunInput& input, const FvMesh& mesh,
                                const BoundaryGroups& groups);
+
+// The cells of other ranks across the interface faces. Collective.
+CellsAcross cellsAcross(const RankPart& part, const std::vector<float>& fillTime);
 
 }  // namespace weldline

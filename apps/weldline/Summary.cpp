@@ -4,6 +4,7 @@
 #include <array>
 #include <limits>
 
+#include "base/ShortNumber.h"
 #include "comm/Messages.h"
 #include "results/LineRule.h"
 
@@ -107,6 +108,20 @@ std::string gapRemark(const FillTimeCounts& counts) {
            " get a time as if the melt had gone on, and weld lines there are a forecast";
 }
 
+std::vector<std::string> seriesRemarks(const std::optional<SeriesFill>& series) {
+    if (!series) return {};
+    std::vector<std::string> remarks{
+        "the data set holds no fill time; it is made from '" + series->field + "' at " +
+        std::to_string(series->steps) + " times, up to " + shortNumber(series->largestStep) +
+        " apart (first crossing of " + shortNumber(series->level) + ")"};
+    if (series->atStart > 0)
+        remarks.push_back(cellsAre(series->atStart) + " full at the first time");
+    if (series->emptied > 0)
+        remarks.push_back(counted(series->emptied, "cell empties", "cells empty") +
+                          " again after the melt came; the first crossing counts");
+    return remarks;
+}
+
 std::vector<std::string> fillRemarks(const FillTimeCounts& counts) {
     std::vector<std::string> remarks;
     if (counts.notReached > 0) remarks.push_back(gapRemark(counts));
@@ -124,7 +139,7 @@ std::vector<std::string> flatRemarks(std::int64_t flatCells, const FillTimeCount
     return {
         "in " + counted(flatCells, "cell", "cells") +
         " the fill time rises by less than 0.001 per unit of length, which the gradient takes as "
-        "no flow; give lengths in a larger unit, such as metres"};
+        "no flow; give lengths in a larger unit, such as metres (--scale)"};
 }
 
 std::vector<std::string> resultRemarks(const Summary& summary) {
@@ -146,6 +161,12 @@ void describeLines(Summary& summary, FoundLines& found) {
     const LineRule rule(summary.failOn);
     for (const WeldLine& line : summary.weldLines.lines)
         if (rule.holdsFor(line)) summary.failing.push_back(line.id);
+}
+
+std::string unitsText(double scale) {
+    return scale == 1.0 ? "lengths and times as in the data set"
+                        : "lengths of the data set times " + shortNumber(scale) +
+                              ", times as in the data set";
 }
 
 std::string failingText(const Summary& summary) {

@@ -26,6 +26,7 @@ struct Summary {
     std::string input;
     std::string field;
     std::optional<double> time;
+    double scale = 1.0;  // of the lengths of the data set
 
     std::vector<Kind> kinds;  // only those that occur
     long long cells = 0;
@@ -65,6 +66,7 @@ void addUpPatches(Ranks& ranks, std::size_t named, BoundaryGroups& groups);
 
 // What a user should know about groups and fill time, one sentence each.
 std::vector<std::string> groupRemarks(const BoundaryGroups& groups, const GroupPatterns& patterns);
+std::vector<std::string> seriesRemarks(const std::optional<SeriesFill>& series);
 std::vector<std::string> fillRemarks(const FillTimeCounts& counts);
 std::vector<std::string> flatRemarks(std::int64_t flatCells, const FillTimeCounts& counts,
                                      const Settings& settings);
@@ -75,6 +77,9 @@ void describeLines(Summary& summary, FoundLines& found);
 
 // Which lines fulfil failOn; one line of text.
 std::string failingText(const Summary& summary);
+
+// Which units lengths and times have.
+std::string unitsText(double scale);
 
 // "wall", "inlet", "outlet", "symmetry".
 std::string nameOf(GroupKind kind);

@@ -22,6 +22,20 @@ Json patchesJson(const std::vector<BoundaryGroups::PatchSummary>& patches) {
     return list;
 }
 
+Json proposedJson(const std::vector<MadePatch>& proposed) {
+    Json list = Json::array();
+    for (const MadePatch& made : proposed) {
+        Json from = Json::array();
+        for (const MadePatch::Source& source : made.from)
+            from.push_back({{"name", source.patch}, {"faces", source.faces}});
+        list.push_back({{"group", nameOf(made.kind)},
+                        {"faces", made.faces},
+                        {"box", box(made.low, made.high)},
+                        {"patches", from}});
+    }
+    return list;
+}
+
 Json meshJson(const Summary& s) {
     Json kinds = Json::object();
     for (const auto& kind : s.kinds) kinds[kind.name] = kind.cells;
@@ -130,6 +144,7 @@ std::string runJson(const Summary& s) {
                        {"input", std::filesystem::path(s.input).filename().string()},
                        {"field", s.field},
                        {"time", s.time ? number(*s.time) : Json()},
+                       {"scale", number(s.scale)},
                        {"mesh", meshJson(s)},
                        {"settings", settings},
                        {"zeroTime", nameOf(s.zeroTime)},
@@ -142,6 +157,8 @@ std::string summaryJson(const Summary& s) {
     const Json input{{"file", s.input},
                      {"field", s.field},
                      {"time", s.time ? number(*s.time) : Json()},
+                     {"scale", number(s.scale)},
+                     {"units", unitsText(s.scale)},
                      {"biField", textOrNull(s.biField)},
                      {"cellState", textOrNull(s.cellState)}};
     const Json fillTime{{"earliest", number(s.fill.earliest)}, {"latest", number(s.fill.latest)}};
@@ -160,7 +177,8 @@ std::string summaryJson(const Summary& s) {
 }
 
 std::string infoJson(const DataSetInfo& info,
-                     const std::vector<BoundaryGroups::PatchSummary>& groups) {
+                     const std::vector<BoundaryGroups::PatchSummary>& groups,
+                     const std::vector<MadePatch>& proposed) {
     Json shapes = Json::object();
     for (const auto& shape : info.cellShapes) shapes[shape.name] = shape.count;
     Json blocks = Json::array();
@@ -186,6 +204,7 @@ std::string infoJson(const DataSetInfo& info,
                        {"box", box(info.low, info.high)},
                        {"blocks", blocks},
                        {"patches", patchesJson(groups)},
+                       {"proposed", proposedJson(proposed)},
                        {"arrays", arrays},
                        {"times", times}});
 }

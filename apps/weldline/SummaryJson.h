@@ -4,6 +4,7 @@
 
 #include "Summary.h"
 #include "io/DataSet.h"
+#include "results/Openings.h"
 
 namespace weldline {
 
@@ -16,8 +17,10 @@ std::string runJson(const Summary& summary);
 
 std::string summaryJson(const Summary& summary);  // "weldline-summary/1"
 
-// `groups` are the patches with the group that their name puts them in.
+// `groups` are the patches with the group that their name puts them in, `proposed` what could be
+// inlets and outlets.
 std::string infoJson(const DataSetInfo& info,
-                     const std::vector<BoundaryGroups::PatchSummary>& groups);  // "weldline-info/1"
+                     const std::vector<BoundaryGroups::PatchSummary>& groups,
+                     const std::vector<MadePatch>& proposed);  // "weldline-info/1"
 
 }  // namespace weldline

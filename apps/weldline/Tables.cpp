@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 
+#include "AutoGroups.h"
 #include "TextLayout.h"
 
 namespace weldline {
@@ -159,6 +160,7 @@ std::string summaryTable(const Summary& s, bool style) {
                               s.nodes, s.innerFaces, s.boundaryFaces),
                   style);
     text += entry("Box", boxText(s.low, s.high) + fmt::format("; volume {:.6g}", s.volume), style);
+    text += entry("Units", unitsText(s.scale), style);
     text += entry("Boundary", groupsText(s.patches), style);
     text += entry("Calculation", describeStages(stagesOf(s.settings)), style);
     text += entry("Settings", settingsText(s.settings), style);
@@ -167,7 +169,8 @@ std::string summaryTable(const Summary& s, bool style) {
 }
 
 std::string infoTable(const DataSetInfo& info,
-                      const std::vector<BoundaryGroups::PatchSummary>& groups, bool style) {
+                      const std::vector<BoundaryGroups::PatchSummary>& groups,
+                      const std::vector<MadePatch>& proposed, bool style) {
     std::string text = entry("File", info.file, style);
     text += entry("Format", info.format, style);
     text += entry(
@@ -177,7 +180,15 @@ std::string infoTable(const DataSetInfo& info,
     text += entry("Box", boxText(info.low, info.high), style);
     if (!info.blocks.empty()) text += entry("Blocks", countsText(info.blocks), style);
     text += entry("Times", info.times.empty() ? "none" : timesText(info.times), style);
-    return text + patchRows(groups, style) + arrayRows(info.arrays, style);
+    text += patchRows(groups, style);
+    for (const MadePatch& made : proposed)
+        text += "\n" + entry("Proposal",
+                             "no patch name tells " + nameOf(made.kind) +
+                                 "s; 'weldline analyze "
+                                 "--auto-groups' takes " +
+                                 describe(made),
+                             style);
+    return text + arrayRows(info.arrays, style);
 }
 
 std::string controlTable(const std::string& file, const ControlReading& reading, bool style) {

@@ -5,6 +5,7 @@
 
 #include "Summary.h"
 #include "io/DataSet.h"
+#include "results/Openings.h"
 #include "settings/ControlSection.h"
 
 namespace weldline {
@@ -14,9 +15,11 @@ namespace weldline {
 
 std::string summaryTable(const Summary& summary, bool style);
 
-// `groups` are the patches with the group that their name puts them in.
+// `groups` are the patches with the group that their name puts them in, `proposed` what could be
+// inlets and outlets.
 std::string infoTable(const DataSetInfo& info,
-                      const std::vector<BoundaryGroups::PatchSummary>& groups, bool style);
+                      const std::vector<BoundaryGroups::PatchSummary>& groups,
+                      const std::vector<MadePatch>& proposed, bool style);
 
 // What each line of a control file does and the settings in force after it.
 std::string controlTable(const std::string& file, const ControlReading& reading, bool style);

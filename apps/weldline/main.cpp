@@ -5,11 +5,13 @@
 
 #include "Analyze.h"
 #include "Arguments.h"
+#include "Check.h"
 #include "Compare.h"
 #include "Console.h"
 #include "Exhaustion.h"
 #include "ExitCode.h"
 #include "Explain.h"
+#include "FillTimes.h"
 #include "Info.h"
 #include "Interruption.h"
 #include "Render.h"
@@ -29,8 +31,10 @@ ExitCode runCommand(Ranks& ranks, const Arguments& arguments) {
     agreeOnFailure(ranks, [&] {
         if (ranks.rank() != 0) return;
         if (arguments.command == Arguments::Command::ShowText) writeStandardOutput(arguments.text);
+        if (arguments.command == Arguments::Command::Check) checkInput(arguments.check);
         if (arguments.command == Arguments::Command::Compare) compareResults(arguments.compare);
         if (arguments.command == Arguments::Command::Explain) explainResult(arguments.explain);
+        if (arguments.command == Arguments::Command::FillTime) writeFillTimes(arguments.fillTime);
         if (arguments.command == Arguments::Command::Info) showInfo(arguments.info);
         if (arguments.command == Arguments::Command::Render) renderResult(arguments.render);
         if (arguments.command == Arguments::Command::Report) writeReport(arguments.report);
@@ -42,8 +46,9 @@ ExitCode runCommand(Ranks& ranks, const Arguments& arguments) {
 // The data set that the command works on, for messages; empty: none.
 std::string inputOf(const Arguments& arguments) {
     for (const std::string& input :
-         {arguments.analyze.input, arguments.compare.first, arguments.explain.input,
-          arguments.info.input, arguments.render.input})
+         {arguments.analyze.input, arguments.check.input, arguments.compare.first,
+          arguments.explain.input, arguments.fillTime.input, arguments.info.input,
+          arguments.render.input})
         if (!input.empty()) return input;
     return arguments.report.input;
 }

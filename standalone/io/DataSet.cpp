@@ -21,6 +21,7 @@ DataSet readDataSet(const std::string& file, const ReadOptions& options) {
     data.pointFields = std::move(whole.pointFields);
     data.notes = std::move(whole.notes);
     data.time = whole.time;
+    data.series = std::move(whole.series);
     data.remarks = std::move(whole.remarks);
     return data;
 }

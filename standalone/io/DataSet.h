@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "SeriesFill.h"
 #include "WriteResult.h"
 #include "comm/Ranks.h"
 #include "mesh/CellMesh.h"
@@ -20,11 +21,14 @@ struct ReadOptions {
     std::vector<std::string> carried;  // further cell or point arrays; of a point array each cell
                                        // gets the mean over its nodes
     std::vector<std::string> pointArrays;  // in one process only
+    SeriesOptions series;
+    double scale = 1.0;  // lengths of the data set are multiplied by it
 };
 
 // One filling result, read: the volume cells, the boundary patches where the data set has any, and
 // the fill time per cell. Patches are
 //  - the patches of an OpenFOAM case and the surface blocks of a multi-block data set, by name;
+//  - the physical surfaces of a gmsh file, by name;
 //  - 2-D cells beside the volume cells, named by their number in the first integer cell array of
 //    PatchId, PatchIds, BoundaryId, boundary_id, CellEntityIds, gmsh:physical, medit:ref.
 // Other cells that are no volume cells are left out, with a remark. Pentagonal and hexagonal prisms
@@ -40,14 +44,16 @@ struct DataSet {
     std::vector<std::vector<double>> carried;      // per array asked for: one value per cell
     std::vector<std::vector<double>> pointFields;  // per array asked for: one value per point
     ResultNotes notes;                             // where the data set is a result
+    std::optional<SeriesFill> series;              // where the fill time comes from one
 
     std::vector<std::string> remarks;  // what the user should know, one sentence each
 };
 
-// Reads .vtu, .pvtu, .vtk, .vtm and OpenFOAM (.foam) data sets in one process. Throws InputError
-// with one line: no such file, not a data set, damaged, no volume cells, volume cells of a higher
-// order, field missing (names those that exist), field on points instead of cells, not one
-// component. Throws UsageError when the time is neither a number nor "latest".
+// Reads .vtu, .pvtu, .vtk, .vtm, .pvd, EnSight (.case), Exodus (.e, .ex2, .exo), gmsh (.msh) and
+// OpenFOAM (.foam) data sets in one process. Throws InputError with one line: no such file, not a
+// data set, damaged, no volume cells, volume cells of a higher order, field missing (names those
+// that exist), field on points instead of cells, not one component. Throws UsageError when the time
+// is neither a number nor "latest".
 DataSet readDataSet(const std::string& file, const ReadOptions& options);
 
 // What one rank of a run holds of a filling result.
@@ -61,6 +67,7 @@ struct DataPart {
 
     std::string fieldName;  // as in DataSet
     std::optional<double> time;
+    std::optional<SeriesFill> series;
     std::vector<std::string> remarks;
 };
 
@@ -98,5 +105,9 @@ struct DataSetInfo {
     std::vector<double> times;
 };
 DataSetInfo describeDataSet(const std::string& file, const std::string& time);
+
+// The .foam file of an OpenFOAM case that is named by its folder; it need not exist. Any other name
+// comes back as it is.
+std::string foamFileOf(const std::string& input);
 
 }  // namespace weldline

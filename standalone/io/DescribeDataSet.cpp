@@ -126,6 +126,7 @@ DataSetInfo describeDataSet(const std::string& file, const std::string& time) {
     info.times = opened.times;
     std::map<int, long long> shapes;
     std::map<long long, long long> numberedPatches;
+    std::map<long long, std::string> patchNames;
     for (const Block& block : opened.volumes) {
         vtkDataSet* grid = block.grid;
         addBox(grid, info, info.points == 0);
@@ -136,6 +137,7 @@ DataSetInfo describeDataSet(const std::string& file, const std::string& time) {
         }
         for (const auto& [number, faces] : patchSizes(grid)) {
             numberedPatches[number] += faces;
+            patchNames.emplace(number, patchName(grid, number));
         }
         if (!block.name.empty()) {
             info.blocks.push_back({block.name, grid->GetNumberOfCells()});
@@ -147,7 +149,7 @@ DataSetInfo describeDataSet(const std::string& file, const std::string& time) {
         info.cellShapes.push_back({shapeName(type), count});
     }
     for (const auto& [number, faces] : numberedPatches) {
-        info.patches.push_back({std::to_string(number), faces});
+        info.patches.push_back({patchNames[number], faces});
     }
     addSurfaces(opened.surfaces, list.isCase(), info.patches);
     return info;

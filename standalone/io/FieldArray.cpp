@@ -30,23 +30,25 @@ std::string listOfArrays(const GridArrays& arrays) {
 }
 
 [[noreturn]] void failOnMissing(const std::string& file, const GridArrays& arrays,
-                                const std::string& field) {
+                                const std::string& field, const std::string& what) {
     if (arrays.points.count(field) > 0) {
-        failOnInput(file, "'" + field + "' is a point array; the fill time has to be a cell array");
+        failOnInput(file,
+                    "'" + field + "' is a point array; the " + what + " has to be a cell array");
     }
     const std::string list = listOfArrays(arrays);
     failOnInput(file, "there is no cell array '" + field + "'; " +
-                          (list.empty() ? "the cells have no arrays, but need the fill time"
-                                        : "name the fill time among the cell arrays " + list));
+                          (list.empty() ? "the cells have no arrays, but need the " + what
+                                        : "name the " + what + " among the cell arrays " + list));
 }
 
-void checkField(const std::string& file, const std::string& field, int components) {
+void checkField(const std::string& file, const std::string& field, int components,
+                const std::string& what) {
     if (components == 0) {
         failOnInput(file, "the cell array '" + field + "' holds no numbers");
     }
     if (components != 1) {
         failOnInput(file, "the cell array '" + field + "' has " + std::to_string(components) +
-                              " components; the fill time has one");
+                              " components; the " + what + " has one");
     }
 }
 
@@ -134,13 +136,13 @@ GridArrays arraysOfAll(Ranks& ranks, const GridArrays& own) {
     return all;
 }
 
-std::string findField(const std::string& file, const GridArrays& arrays,
-                      const ReadOptions& options) {
+std::string findField(const std::string& file, const GridArrays& arrays, const ReadOptions& options,
+                      const std::string& what) {
     const std::vector<std::string> names = candidates(options);
     for (const std::string& field : names) {
         const auto found = arrays.cells.find(field);
         if (found != arrays.cells.end() && found->second.grids == arrays.grids) {
-            checkField(file, field, found->second.components);
+            checkField(file, field, found->second.components, what);
             return field;
         }
     }
@@ -150,7 +152,7 @@ std::string findField(const std::string& file, const GridArrays& arrays,
                                   "'; every block with volume cells needs it");
         }
     }
-    failOnMissing(file, arrays, options.field);
+    failOnMissing(file, arrays, options.field, what);
 }
 
 void checkPointField(const std::string& file, const GridArrays& arrays, const std::string& name) {

@@ -30,8 +30,9 @@ GridArrays arraysOfAll(Ranks& ranks, const GridArrays& own);
 
 // Name of the fill time array that the cells of all grids hold: the one asked for, or, when none
 // was asked for, "FillTime" or "fillTime". Throws InputError that names what there is instead.
-std::string findField(const std::string& file, const GridArrays& arrays,
-                      const ReadOptions& options);
+// `what` is the array in words.
+std::string findField(const std::string& file, const GridArrays& arrays, const ReadOptions& options,
+                      const std::string& what = "fill time");
 
 // Throws InputError unless the points of all grids hold this array of one component.
 void checkPointField(const std::string& file, const GridArrays& arrays, const std::string& name);

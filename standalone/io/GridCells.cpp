@@ -5,9 +5,11 @@
 #include <vtkCellTypes.h>
 #include <vtkDataArray.h>
 #include <vtkDataSetAttributes.h>
+#include <vtkFieldData.h>
 #include <vtkIdList.h>
 #include <vtkIdTypeArray.h>
 #include <vtkNew.h>
+#include <vtkStringArray.h>
 #include <vtkUnsignedCharArray.h>
 #include <vtkUnstructuredGrid.h>
 
@@ -75,6 +77,9 @@ std::vector<long long> CellCollector::append(vtkDataSet* grid, const std::vector
         }
     }
     cellsBefore_ += grid->GetNumberOfCells();
+    for (const auto& [number, faces] : patches_) {
+        patchNames_.emplace(number, patchName(grid, number));
+    }
     return taken;
 }
 
@@ -173,6 +178,17 @@ std::vector<std::string> remarksOn(const LeftOut& leftOut) {
                           " point and line cells are left out.");
     }
     return remarks;
+}
+
+bool isOwnVolumeCell(vtkDataSet* grid, long long cell) {
+    return cellDimension(grid->GetCellType(cell)) == 3 && !isGhost(grid->GetCellGhostArray(), cell);
+}
+
+std::string patchName(vtkDataSet* grid, long long number) {
+    auto* names =
+        vtkStringArray::SafeDownCast(grid->GetFieldData()->GetAbstractArray("PatchNames"));
+    const bool isNamed = names != nullptr && number >= 0 && number < names->GetNumberOfValues();
+    return isNamed ? names->GetValue(number) : std::to_string(number);
 }
 
 std::map<long long, long long> patchSizes(vtkDataSet* grid) {

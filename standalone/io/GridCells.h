@@ -37,6 +37,9 @@ class CellCollector {
     // Faces of the patches by number, in ascending order.
     const std::map<long long, Rows>& numberedFaces() const { return patches_; }
 
+    // Their names, where they are others than the numbers.
+    const std::map<long long, std::string>& patchNames() const { return patchNames_; }
+
     const LeftOut& leftOut() const { return leftOut_; }
 
   private:
@@ -49,10 +52,18 @@ class CellCollector {
     const std::string& file_;
     CellMesh& mesh_;
     std::map<long long, Rows> patches_;
+    std::map<long long, std::string> patchNames_;
     std::vector<int> nodes_;  // working space
     long long cellsBefore_;
     LeftOut leftOut_;
 };
+
+// Whether a cell becomes one of the mesh: a volume cell that no other piece owns.
+bool isOwnVolumeCell(vtkDataSet* grid, long long cell);
+
+// The name of a numbered patch: from the grid's field data PatchNames, which counts from 0 in the
+// order of the numbers, where it has one; else the number.
+std::string patchName(vtkDataSet* grid, long long number);
 
 // Number of 2-D cells of each numbered patch in a grid of volume cells.
 std::map<long long, long long> patchSizes(vtkDataSet* grid);

@@ -13,7 +13,6 @@
 #include <vtkDataArray.h>
 
 #include <algorithm>
-#include <array>
 #include <charconv>
 #include <cmath>
 #include <filesystem>
@@ -25,9 +24,11 @@
 #include "GridCheck.h"
 #include "LegacyCounts.h"
 #include "ReadGuard.h"
+#include "TimeReader.h"
 #include "VtkMessages.h"
 #include "XmlGrids.h"
 #include "base/Errors.h"
+#include "base/ShortNumber.h"
 
 namespace weldline {
 namespace {
@@ -60,12 +61,6 @@ std::string blockName(vtkDataObjectTreeIterator* at) {
     return "block " + std::to_string(at->GetCurrentFlatIndex());
 }
 
-std::string shortNumber(double value) {
-    std::array<char, 32> text{};
-    const auto end = std::to_chars(text.data(), text.data() + text.size(), value).ptr;
-    return {text.data(), end};
-}
-
 // Takes over the time that a grid may carry as a field of one value.
 void readTime(vtkDataObject* data, OpenedDataSet& opened) {
     vtkDataArray* value = data->GetFieldData()->GetArray("TimeValue");
@@ -91,8 +86,8 @@ OpenedDataSet openGrids(const Piece& piece) {
 }
 
 OpenedDataSet openByKind(const PieceList& list, const Piece& piece, const std::string& time) {
-    if (piece.kind == Piece::Kind::Case) {
-        return openFoamCase(list.file, piece.name, time);
+    if (const auto reader = openTimes(list, piece)) {
+        return openAtTime(*reader, list.file, time);
     }
     if (piece.kind == Piece::Kind::Grids) {
         return openGrids(piece);
@@ -116,7 +111,7 @@ void checkReadable(const std::string& file) {
         failOnInput(file, "no such file");
     }
     if (fs::is_directory(file, none)) {
-        failOnInput(file, "it is a folder; of an OpenFOAM case name the .foam file in it");
+        failOnInput(file, "it is a folder, and no OpenFOAM case ('system/controlDict' is missing)");
     }
     if (!std::ifstream(file)) {
         failOnInput(file, "the file cannot be opened for reading; check its permissions");

@@ -38,10 +38,6 @@ void append(OpenedDataSet& opened, OpenedDataSet more);
 std::optional<double> commonTime(const std::string& file, const std::vector<double>& pieceTimes,
                                  const std::string& request);
 
-// openPiece for an OpenFOAM case; `processor` is empty or the folder of one process.
-OpenedDataSet openFoamCase(const std::string& file, const std::string& processor,
-                           const std::string& time);
-
 // openPiece for a file of a multi-block data set.
 OpenedDataSet openBlock(const Piece& piece);
 

@@ -11,8 +11,8 @@
 #include <fstream>
 #include <limits>
 
-#include "OpenDataSet.h"
 #include "ReadGuard.h"
+#include "TimeReader.h"
 #include "VtkMessages.h"
 
 namespace weldline {
@@ -151,6 +151,64 @@ void configure(vtkOpenFOAMReader* reader, const std::string& file) {
     reader->ReadZonesOff();
 }
 
+// The reader of a part leaves what is chosen to another reader, its parent; that is how VTK's own
+// reader of decomposed cases goes about it, which needs all parts in one process or MPI of its own.
+class FoamReader : public TimeReader {
+  public:
+    FoamReader(const std::string& file, const std::string& processor)
+        : file_(file), processor_(processor), bytes_(sizeOfCase(folderOf(file, processor))) {
+        checkMeshFiles(file, processor);
+        const VtkMessages messages;
+        const ReadGuard guard(file_, bytes_);
+        configure(choice_, file);
+        configure(reader_, file);
+        reader_->SetParent(choice_);
+        const bool isCase = reader_->MakeInformationVector(nullptr, processor_) != 0 &&
+                            reader_->MakeMetaDataAtTimeStep(true) != 0;
+        failOnMessages(file, processor, messages);
+        if (!isCase) {
+            failOnInput(file, "the OpenFOAM case is damaged or incomplete");
+        }
+        vtkDoubleArray* times = reader_->GetTimeValues();
+        for (vtkIdType i = 0; times != nullptr && i < times->GetNumberOfTuples(); ++i) {
+            times_.push_back(times->GetValue(i));
+        }
+        choice_->EnableAllPatchArrays();
+        choice_->EnableAllCellArrays();
+    }
+
+    const std::vector<double>& times() const override { return times_; }
+
+    void readOnly(const std::string& field) override {
+        choice_->DisableAllCellArrays();
+        choice_->SetCellArrayStatus(field.c_str(), 1);
+    }
+
+    void read(std::optional<double> time, OpenedDataSet& opened) override {
+        const VtkMessages messages;
+        const ReadGuard guard(file_, bytes_);
+        if (time) {
+            reader_->SetTimeValue(*time);
+        }
+        reader_->Modified();
+        reader_->MakeMetaDataAtTimeStep(false);
+        reader_->Update();
+        failOnMessages(file_, processor_, messages);
+        collectBlocks(file_, reader_->GetOutput(), opened);
+        for (Block& block : opened.volumes) {
+            block.name = (processor_.empty() ? "" : processor_ + ", ") + block.name;
+        }
+    }
+
+  private:
+    std::string file_;
+    vtkStdString processor_;
+    double bytes_;
+    vtkNew<vtkOpenFOAMReader> choice_;
+    vtkNew<vtkOpenFOAMReader> reader_;
+    std::vector<double> times_;
+};
+
 }  // namespace
 
 std::vector<Piece> listCase(const std::string& file) {
@@ -170,45 +228,30 @@ std::vector<Piece> listCase(const std::string& file) {
     return pieces;
 }
 
-// The reader of a part leaves what is chosen to another reader, its parent; that is how VTK's own
-// reader of decomposed cases goes about it, which needs all parts in one process or MPI of its own.
-OpenedDataSet openFoamCase(const std::string& file, const std::string& processor,
-                           const std::string& time) {
-    checkMeshFiles(file, processor);
-    const VtkMessages messages;
-    const ReadGuard guard(file, sizeOfCase(folderOf(file, processor)));
-    vtkNew<vtkOpenFOAMReader> choice;
-    vtkNew<vtkOpenFOAMReader> reader;
-    configure(choice, file);
-    configure(reader, file);
-    reader->SetParent(choice);
-    const bool isCase = reader->MakeInformationVector(nullptr, processor) != 0 &&
-                        reader->MakeMetaDataAtTimeStep(true) != 0;
-    failOnMessages(file, processor, messages);
-    if (!isCase) {
-        failOnInput(file, "the OpenFOAM case is damaged or incomplete");
-    }
+std::unique_ptr<TimeReader> openFoamCase(const std::string& file, const std::string& processor) {
+    return std::make_unique<FoamReader>(file, processor);
+}
 
-    OpenedDataSet opened;
-    vtkDoubleArray* times = reader->GetTimeValues();
-    for (vtkIdType i = 0; times != nullptr && i < times->GetNumberOfTuples(); ++i) {
-        opened.times.push_back(times->GetValue(i));
+std::string foamFileOf(const std::string& input) {
+    const fs::path folder(input);
+    std::error_code none;
+    if (!fs::is_directory(folder, none) || !fs::exists(folder / "system" / "controlDict", none)) {
+        return input;
     }
-    choice->EnableAllPatchArrays();
-    choice->EnableAllCellArrays();
-    if (const std::optional<double> chosen = chooseTime(file, opened.times, time)) {
-        opened.pieceTimes = {*chosen};
-        reader->SetTimeValue(*chosen);
+    for (fs::directory_iterator at(folder, none), end; !none && at != end; at.increment(none)) {
+        if (at->path().extension() == ".foam") {
+            return at->path().string();
+        }
     }
-    reader->Modified();
-    reader->MakeMetaDataAtTimeStep(false);
-    reader->Update();
-    failOnMessages(file, processor, messages);
-    collectBlocks(file, reader->GetOutput(), opened);
-    for (Block& block : opened.volumes) {
-        block.name = (processor.empty() ? "" : processor + ", ") + block.name;
-    }
-    return opened;
+    const fs::path name = fs::absolute(folder).lexically_normal();
+    const fs::path last = name.has_filename() ? name.filename() : name.parent_path().filename();
+    return (folder / (last.string() + ".foam")).string();
+}
+
+bool needsNoMarker(const std::string& file) {
+    std::error_code none;
+    return lowerExtension(file) == ".foam" && !fs::exists(file, none) &&
+           fs::exists(fs::path(file).parent_path() / "system" / "controlDict", none);
 }
 
 }  // namespace weldline

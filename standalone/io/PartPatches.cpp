@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <numeric>
-#include <set>
 
 #include "comm/Messages.h"
 #include "comm/Packing.h"
@@ -51,6 +50,7 @@ struct PatchPlan {
         int patch = -1;
     };
     std::vector<long long> numbers;  // of patches by number, ascending
+    std::vector<std::string> names;  // of these patches
     std::vector<SurfaceName> surfaces;
     std::size_t firstSurface = 0;  // of this rank
     std::vector<std::string> otherBlocks;
@@ -59,21 +59,30 @@ struct PatchPlan {
 
 Bytes packOwn(const PatchSources& sources, const std::vector<Surface>& surfaces) {
     std::vector<long long> numbers;
+    std::vector<std::string> names;
     for (const auto& [number, faces] : sources.numbered) {
         numbers.push_back(number);
+        names.push_back(sources.names.at(number));
     }
     Packer packer;
-    packer.put(numbers).put(sources.otherBlocks).put(sources.leftOut).put(surfaces.size());
+    packer.put(numbers)
+        .put(names)
+        .put(sources.otherBlocks)
+        .put(sources.leftOut)
+        .put(surfaces.size());
     for (std::size_t s = 0; s < surfaces.size(); ++s) {
         packer.put(sources.surfaces[s].name).put(surfaces[s].isLeftOut);
     }
     return packer.take();
 }
 
-void addRank(const Bytes& message, std::set<long long>& numbers, PatchPlan& plan) {
+void addRank(const Bytes& message, std::map<long long, std::string>& numbers, PatchPlan& plan) {
     Unpacker unpacker(message);
     const auto ownNumbers = unpacker.get<std::vector<long long>>();
-    numbers.insert(ownNumbers.begin(), ownNumbers.end());
+    const auto ownNames = unpacker.get<std::vector<std::string>>();
+    for (std::size_t i = 0; i < ownNumbers.size(); ++i) {
+        numbers.emplace(ownNumbers[i], ownNames[i]);
+    }
     const auto others = unpacker.get<std::vector<std::string>>();
     plan.otherBlocks.insert(plan.otherBlocks.end(), others.begin(), others.end());
     const auto leftOut = unpacker.get<LeftOut>();
@@ -91,20 +100,23 @@ PatchPlan makePlan(Ranks& ranks, const PatchSources& sources,
                    const std::vector<Surface>& surfaces) {
     const std::vector<Bytes> all = gatherToAll(ranks, packOwn(sources, surfaces));
     PatchPlan plan;
-    std::set<long long> numbers;
+    std::map<long long, std::string> numbers;
     for (std::size_t r = 0; r < all.size(); ++r) {
         if (static_cast<int>(r) == ranks.rank()) {
             plan.firstSurface = plan.surfaces.size();
         }
         addRank(all[r], numbers, plan);
     }
-    plan.numbers.assign(numbers.begin(), numbers.end());
+    for (const auto& [number, name] : numbers) {
+        plan.numbers.push_back(number);
+        plan.names.push_back(name);
+    }
     return plan;
 }
 
 void namePatches(PatchPlan& plan, bool isCase, std::vector<Patch>& patches) {
-    for (const long long number : plan.numbers) {
-        patches.push_back({std::to_string(number), {}});
+    for (const std::string& name : plan.names) {
+        patches.push_back({name, {}});
     }
     const auto firstNamed = patches.size();
     for (PatchPlan::SurfaceName& surface : plan.surfaces) {

@@ -17,7 +17,8 @@ struct PatchSources {
     bool isCase;  // then surfaces of the same name are parts of one patch
     const std::vector<Block>& surfaces;
     const std::vector<std::string>& otherBlocks;
-    const std::map<long long, Rows>& numbered;  // corners are points as given to the directory
+    const std::map<long long, Rows>& numbered;      // corners are points as given to the directory
+    const std::map<long long, std::string>& names;  // of the numbered
     const LeftOut& leftOut;
 };
 

@@ -13,11 +13,11 @@ namespace {
 
 namespace fs = std::filesystem;
 
-PieceList oneFile(const std::string& file, const char* format) {
+PieceList oneFile(const std::string& file, const char* format,
+                  Piece::Kind kind = Piece::Kind::Grids) {
     std::error_code none;
     const std::uintmax_t bytes = fs::file_size(file, none);
-    return {
-        file, format, {{Piece::Kind::Grids, file, "", none ? 0.0 : static_cast<double>(bytes)}}};
+    return {file, format, {{kind, file, "", none ? 0.0 : static_cast<double>(bytes)}}};
 }
 
 PieceList listByExtension(const std::string& file) {
@@ -39,9 +39,22 @@ PieceList listByExtension(const std::string& file) {
         const bool isWhole = pieces.front().name.empty();
         return {file, isWhole ? "OpenFOAM case" : "decomposed OpenFOAM case", std::move(pieces)};
     }
-    failOnInput(file,
-                "unknown kind of data set; .vtu, .pvtu, .vtk, .vtm and .foam (OpenFOAM "
-                "case) can be read");
+    if (extension == ".pvd") {
+        return oneFile(file, "collection of VTK files over time", Piece::Kind::Collection);
+    }
+    if (extension == ".case") {
+        return oneFile(file, "EnSight case", Piece::Kind::EnSight);
+    }
+    if (extension == ".e" || extension == ".ex2" || extension == ".exo") {
+        return oneFile(file, "Exodus file", Piece::Kind::Exodus);
+    }
+    if (extension == ".msh") {
+        return oneFile(file, "gmsh mesh", Piece::Kind::Gmsh);
+    }
+    failOnInput(
+        file,
+        "unknown kind of data set; .vtu, .pvtu, .vtk, .vtm, .pvd, .case (EnSight), .e, "
+        ".ex2 and .exo (Exodus), .msh (gmsh), and OpenFOAM cases (folder or .foam) can be read");
 }
 
 // Per piece the place of its middle among the bytes of all, from 0 to 1. A piece without a size,
@@ -77,7 +90,9 @@ std::vector<int> dealPieces(const std::vector<Piece>& pieces, int ranks) {
 }
 
 PieceList listPieces(const std::string& file) {
-    checkReadable(file);
+    if (!needsNoMarker(file)) {
+        checkReadable(file);
+    }
     try {
         return listByExtension(file);
     } catch (const std::bad_alloc&) {

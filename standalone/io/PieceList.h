@@ -9,10 +9,14 @@ namespace weldline {
 // A part of a data set that is read as a whole.
 struct Piece {
     enum class Kind : std::uint8_t {
-        Grids,  // a .vtu or .vtk file: every grid in it that has cells is one of volume cells
-        Block,  // a .vtu or .vtp file: volume or surface, by what it holds
-        Case,   // an OpenFOAM case, or what one process has of a decomposed one
-        Other   // a file that holds no grid
+        Grids,       // a .vtu or .vtk file: every grid in it that has cells is one of volume cells
+        Block,       // a .vtu or .vtp file: volume or surface, by what it holds
+        Case,        // an OpenFOAM case, or what one process has of a decomposed one
+        Collection,  // a .pvd file, which names files for times
+        EnSight,
+        Exodus,
+        Gmsh,
+        Other  // a file that holds no grid
     };
     Kind kind = Kind::Grids;
     std::string file;
@@ -42,5 +46,8 @@ std::vector<int> dealPieces(const std::vector<Piece>& pieces, int ranks);
 std::vector<Piece> listGridFiles(const std::string& file);   // .pvtu
 std::vector<Piece> listBlockFiles(const std::string& file);  // .vtm
 std::vector<Piece> listCase(const std::string& file);        // .foam
+
+// Whether a .foam file that does not exist names an OpenFOAM case all the same: nothing is in it.
+bool needsNoMarker(const std::string& file);
 
 }  // namespace weldline

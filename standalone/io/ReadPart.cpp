@@ -4,6 +4,7 @@
 #include <numeric>
 
 #include "DataSet.h"
+#include "DeriveFillTime.h"
 #include "FieldArray.h"
 #include "GridCells.h"
 #include "GridCheck.h"
@@ -45,12 +46,15 @@ PieceList shareList(Ranks& ranks, const std::string& file) {
     return list;
 }
 
-OpenedDataSet openOwn(const PieceList& list, const Ranks& ranks, const std::string& time) {
+OpenedDataSet openOwn(const PieceList& list, const Ranks& ranks, const std::string& time,
+                      std::vector<OwnPiece>& own) {
     const std::vector<int> reader = dealPieces(list.pieces, ranks.size());
     OpenedDataSet opened;
     for (std::size_t i = 0; i < list.pieces.size(); ++i) {
         if (reader[i] == ranks.rank()) {
+            const std::size_t before = opened.volumes.size();
             append(opened, openPiece(list, list.pieces[i], time));
+            own.push_back({i, opened.volumes.size() - before});
         }
     }
     return opened;
@@ -248,11 +252,13 @@ void namingFile(const std::string& file, Step step) {
 DataPart readPart(Ranks& ranks, const std::string& file, const ReadOptions& options) {
     const VtkMessages silence;  // also of what VTK would say while memory ends
     const PieceList list = shareList(ranks, file);
-    OpenedDataSet opened = together(ranks, [&] { return openOwn(list, ranks, options.time); });
+    std::vector<OwnPiece> own;
+    OpenedDataSet opened = together(ranks, [&] { return openOwn(list, ranks, options.time, own); });
 
     DataPart data;
     data.time = timeOfAll(ranks, file, opened, options.time);
     checkBlocks(ranks, file, opened);
+    data.series = deriveFillTime(ranks, list, own, opened, data.time, options);
     const std::vector<std::string> fields = findFields(ranks, file, opened, options);
     data.fieldName = fields.front();
 
@@ -266,8 +272,9 @@ DataPart readPart(Ranks& ranks, const std::string& file, const ReadOptions& opti
     dropPlainNumbers(data.part.mesh.fileNumbers);
     numberCells(ranks, data);
 
-    const PatchSources sources{list.isCase(), opened.surfaces, opened.otherBlocks,
-                               collector.numberedFaces(), collector.leftOut()};
+    const PatchSources sources{list.isCase(),          opened.surfaces,
+                               opened.otherBlocks,     collector.numberedFaces(),
+                               collector.patchNames(), collector.leftOut()};
     PatchFaces faces;
     {
         const PointDirectory directory(ranks, data.part.mesh.points, usedPoints(data.part.mesh));
@@ -279,6 +286,9 @@ DataPart readPart(Ranks& ranks, const std::string& file, const ReadOptions& opti
         deliverPatchFaces(ranks, faces, data.part);
         spreadMesh(ranks, data.part);
     });
+    for (Vec3& point : data.part.mesh.points) {
+        point = options.scale * point;
+    }
     return data;
 }
 

@@ -1,6 +1,8 @@
 #include "XmlGrids.h"
 
+#include <vtkCellData.h>
 #include <vtkDataArray.h>
+#include <vtkDataArraySelection.h>
 #include <vtkSmartPointer.h>
 #include <vtkUnstructuredGrid.h>
 #include <vtkXMLDataElement.h>
@@ -113,6 +115,20 @@ class CheckedReader : public vtkXMLUnstructuredGridReader {
     }
 };
 
+// Leaves points and cells where they are.
+class FieldReader : public vtkXMLUnstructuredGridReader {
+  public:
+    static FieldReader* New() {
+        auto* reader = new FieldReader;
+        reader->InitializeObjectBase();
+        return reader;
+    }
+
+  protected:
+    void SetupOutputData() override { vtkXMLDataReader::SetupOutputData(); }
+    int ReadPieceData() override { return vtkXMLDataReader::ReadPieceData(); }
+};
+
 // Every point and cell takes at least a byte, which compression shortens to a thousandth at most. A
 // larger count is damage, and VTK would believe it.
 void checkCount(const std::string& file, const char* what, vtkIdType count) {
@@ -138,12 +154,9 @@ void checkComponents(const std::string& file) {
     }
 }
 
-}  // namespace
-
-std::vector<Block> readXmlGrids(const std::string& file) {
-    const VtkMessages messages;
-    const ReadGuard guard(file);
-    const auto reader = vtkSmartPointer<CheckedReader>::New();
+// Up to the numbers of points and cells.
+void openXml(const std::string& file, const VtkMessages& messages,
+             vtkXMLUnstructuredGridReader* reader) {
     if (reader->CanReadFile(file.c_str()) == 0) {
         failOnInput(file, "the file holds no VTK XML unstructured grid");
     }
@@ -154,6 +167,15 @@ std::vector<Block> readXmlGrids(const std::string& file) {
     reader->SetupUpdateExtent(0, 1, 0);
     checkCount(file, "points or cells", reader->GetNumberOfPoints());
     checkCount(file, "points or cells", reader->GetNumberOfCells());
+}
+
+}  // namespace
+
+std::vector<Block> readXmlGrids(const std::string& file) {
+    const VtkMessages messages;
+    const ReadGuard guard(file);
+    const auto reader = vtkSmartPointer<CheckedReader>::New();
+    openXml(file, messages, reader);
     std::vector<Block> blocks;
     const auto pieces = static_cast<int>(reader->GetNumberOfPieces());
     for (int p = 0; p < pieces; ++p) {
@@ -167,6 +189,26 @@ std::vector<Block> readXmlGrids(const std::string& file) {
         grid->ShallowCopy(reader->GetOutput());
         checkGrid(file, grid);
         blocks.push_back({pieces > 1 ? "piece " + std::to_string(p) : "", grid});
+    }
+    return blocks;
+}
+
+std::vector<Block> readXmlField(const std::string& file, const std::string& field) {
+    const VtkMessages messages;
+    const ReadGuard guard(file);
+    const auto reader = vtkSmartPointer<FieldReader>::New();
+    openXml(file, messages, reader);
+    reader->GetPointDataArraySelection()->DisableAllArrays();
+    reader->GetCellDataArraySelection()->DisableAllArrays();
+    reader->SetCellArrayStatus(field.c_str(), 1);
+    std::vector<Block> blocks;
+    const auto pieces = static_cast<int>(reader->GetNumberOfPieces());
+    for (int p = 0; p < pieces; ++p) {
+        reader->UpdatePiece(p, pieces, 0);
+        failOnReaderError(file, messages);
+        const auto grid = vtkSmartPointer<vtkUnstructuredGrid>::New();
+        grid->GetCellData()->ShallowCopy(reader->GetOutput()->GetCellData());
+        blocks.push_back({"", grid});
     }
     return blocks;
 }

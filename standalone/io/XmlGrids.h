@@ -11,4 +11,7 @@ namespace weldline {
 // InputError.
 std::vector<Block> readXmlGrids(const std::string& file);
 
+// The same grids with nothing but this cell array, where they have it: no points, no cells.
+std::vector<Block> readXmlField(const std::string& file, const std::string& field);
+
 }  // namespace weldline

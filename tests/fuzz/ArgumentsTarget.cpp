@@ -42,6 +42,8 @@ void check(const Arguments& arguments) {
             return fuzz::require(!arguments.text.empty(), "there is a text to show");
         case Arguments::Command::Analyze:
             return checkAnalyze(arguments.analyze);
+        case Arguments::Command::Check:
+            return fuzz::require(!arguments.check.input.empty(), "check has an input");
         case Arguments::Command::Compare:
             return fuzz::require(
                 !arguments.compare.first.empty() && !arguments.compare.second.empty(),
@@ -50,6 +52,10 @@ void check(const Arguments& arguments) {
             return fuzz::require(
                 arguments.explain.node.has_value() != arguments.explain.place.has_value(),
                 "explain has a node or a place");
+        case Arguments::Command::FillTime:
+            return fuzz::require(
+                arguments.fillTime.level > 0.0 && !arguments.fillTime.output.empty(),
+                "filltime has a level and an output");
         case Arguments::Command::Info:
             return fuzz::require(!arguments.info.input.empty(), "info has an input");
         case Arguments::Command::Render:

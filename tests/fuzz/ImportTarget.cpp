@@ -1,6 +1,6 @@
-// Data sets: the input is a file, a legacy one where it starts with '#', a VTK XML one otherwise.
-// Reading it and building the mesh gives the program's own error or a mesh whose every number can
-// be relied upon.
+// Data sets: the input is a file, a legacy one where it starts with '#', one of gmsh where it
+// starts with '$', a VTK XML one otherwise. Reading it and building the mesh gives the program's
+// own error or a mesh whose every number can be relied upon.
 //
 // VTK is not ours to mend: where it crashes or runs without end, the program ends with an error,
 // and this target goes on with the next input.
@@ -82,8 +82,10 @@ int LLVMFuzzerInitialize(int* /*count*/, char*** /*arguments*/) {
 }
 
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    const bool isLegacy = size > 0 && data[0] == '#';
-    const std::string file = fuzz::scratchFolder() + (isLegacy ? "/in.vtk" : "/in.vtu");
+    const char start = size > 0 ? static_cast<char>(data[0]) : '<';
+    const std::string file = fuzz::scratchFolder() + (start == '#'   ? "/in.vtk"
+                                                      : start == '$' ? "/in.msh"
+                                                                     : "/in.vtu");
     fuzz::writeBytes(file, {data, data + size});
     static const ProcessState state;
     holdTimer(SIG_UNBLOCK);

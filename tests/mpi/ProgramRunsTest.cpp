@@ -52,6 +52,24 @@ TEST_F(MpiRuns, summaries_do_not_depend_on_the_number_of_ranks) {
     }
 }
 
+// Patterns that match no name: inlets and outlets come from the fill time.
+TEST_F(MpiRuns, found_groups_do_not_depend_on_the_number_of_ranks) {
+    const Names options{"--auto-groups",      "--inlet", "none", "--outlet", "none", "--set",
+                        "nSmooth_afterGrad=0"};
+    putForms(3);
+    for (const std::string form : formNames()) {
+        SCOPED_TRACE(form);
+        const Json alone = summaryOf(0, at(form), options);
+        EXPECT_GT(alone["mesh"]["groups"]["inlet"], 0);
+        for (const int ranks : {2, 4}) {
+            const Json summary = summaryOf(ranks, at(form), options);
+            EXPECT_EQ(comparable(summary), comparable(alone));
+            EXPECT_EQ(summary["mesh"]["patches"], alone["mesh"]["patches"]);
+            EXPECT_EQ(summary["remarks"], alone["remarks"]);
+        }
+    }
+}
+
 TEST_F(MpiRuns, one_file_holds_cells_and_points_in_their_order) {
     putForms(3);
     ASSERT_EQ(weldline({"analyze", at("pieces.pvtu"), "-o", at("alone.vtu")}).exitCode, 0);

@@ -42,6 +42,7 @@ TEST_F(Usage, help_of_analyze_has_examples_and_every_option) {
                 "--inlet",
                 "--outlet",
                 "--symmetry",
+                "--auto-groups",
                 "--method",
                 "--gradient",
                 "--gradient-set",
@@ -50,6 +51,20 @@ TEST_F(Usage, help_of_analyze_has_examples_and_every_option) {
                 "--cell-state",
                 "--trapped-air",
                 "FlagDebugOutput=1"});
+}
+
+TEST_F(Usage, help_of_analyze_tells_of_units) {
+    expectHelp({"analyze", "--help"}, {"--scale", "FACTOR"});
+}
+
+TEST_F(Usage, help_of_filltime_has_examples_and_every_option) {
+    expectHelp({"filltime", "--help"}, {"Examples:", "weldline filltime case -o filltime.vtu",
+                                        "--field", "--level", "Exit codes:"});
+}
+
+TEST_F(Usage, help_of_check_has_examples_and_every_option) {
+    expectHelp({"check", "--help"}, {"Examples:", "weldline check part.vtu", "--field", "--json",
+                                     "--time", "--inlet", "--outlet", "Exit codes:"});
 }
 
 TEST_F(Usage, help_of_info_has_examples) {

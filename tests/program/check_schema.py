@@ -28,12 +28,19 @@ def main():
                        check=True, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         summary = json.loads((folder / "s.json").read_text())
         subprocess.run([program, "report", folder / "r.vtu", "-o", folder / "r.html"], check=True)
+        subprocess.run([program, "check", case, "--json", folder / "c.json"], check=True,
+                       stdout=subprocess.DEVNULL)
+        checked = json.loads((folder / "c.json").read_text())
         page = (folder / "r.html").read_text()
     validator = schema(schemas, "summary-1.json")
     validator.validate(summary)
     assert summary["components"], "the case has weld lines"
     assert refuses(validator, summary, lambda s: s["components"][0].pop("length"))
     assert refuses(validator, summary, lambda s: s["components"][0].update({"class": "wild"}))
+    validator = schema(schemas, "check-1.json")
+    validator.validate(checked)
+    assert refuses(validator, checked, lambda c: c["findings"][0].pop("value"))
+    assert refuses(validator, checked, lambda c: c["findings"][0].update({"level": "fine"}))
     data = page.split('id="report-data">', 1)[1].split("</script>", 1)[0]
     document = json.loads(data)
     validator = schema(schemas, "report-1.json")

@@ -36,13 +36,15 @@ TEST_F(ReadErrors, noSuchFile) {
 }
 
 TEST_F(ReadErrors, folder) {
-    expectError(folder_.string(), "it is a folder; of an OpenFOAM case name the .foam file in it");
+    expectError(folder_.string(),
+                "it is a folder, and no OpenFOAM case ('system/controlDict' is missing)");
 }
 
 TEST_F(ReadErrors, unknownKind) {
-    expectError(put("a.msh", "$MeshFormat"),
-                "unknown kind of data set; .vtu, .pvtu, .vtk, .vtm and .foam (OpenFOAM case) can "
-                "be read");
+    expectError(
+        put("a.stl", "solid"),
+        "unknown kind of data set; .vtu, .pvtu, .vtk, .vtm, .pvd, .case (EnSight), .e, .ex2 "
+        "and .exo (Exodus), .msh (gmsh), and OpenFOAM cases (folder or .foam) can be read");
 }
 
 TEST_F(ReadErrors, emptyFiles) {

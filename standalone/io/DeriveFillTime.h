@@ -1,0 +1,22 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "DataSet.h"
+#include "OpenDataSet.h"
+#include "PieceSeries.h"
+
+// Internal to the reader.
+namespace weldline {
+
+// Goes through the times up to `latest` of the pieces that this rank has opened and gives their
+// grids of volume cells the array "FillTime": NaN where a cell is never full, else above 0.
+// Nothing where the options do not ask for it. Collective; all ranks throw the same.
+std::optional<SeriesFill> deriveFillTime(Ranks& ranks, const PieceList& list,
+                                         const std::vector<OwnPiece>& pieces,
+                                         const OpenedDataSet& opened, std::optional<double> latest,
+                                         const ReadOptions& options);
+
+}  // namespace weldline
