@@ -52,7 +52,7 @@ void addFilled(const CheckedInput& input, std::vector<Finding>& findings) {
                 false,
                 "the default gradient takes the mark of an empty cell for a fill time: false lines "
                 "beside empty cells",
-                "analyze with --gradient rbf; if the run was ended early, let it go on"},
+                "analyze with --trapped-air close; if the run was ended early, let it go on"},
                fill.reached < input.cells));
 }
 

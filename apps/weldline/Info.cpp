@@ -57,7 +57,7 @@ void showInfo(const InfoOptions& options) {
     std::vector<MadePatch> proposed;
     const DataSetInfo info = [&] {
         const StandardOutputAside aside;
-        const DataSetInfo all = describeDataSet(options.input, options.time);
+        DataSetInfo all = describeDataSet(options.input, options.time);
         groups = groupsByName(all, options.patterns);
         proposed = proposal(options, groups);
         return all;
