@@ -75,7 +75,7 @@ TEST_F(CheckCommand, unfilled_cells_are_told_with_their_consequence) {
     EXPECT_TRUE(contains(outcome.out, "4 cells"));
     EXPECT_TRUE(contains(outcome.out, "means: air is trapped there"));
     EXPECT_TRUE(contains(outcome.out, "do: vent these places"));
-    EXPECT_TRUE(contains(outcome.out, "do: analyze with --gradient rbf"));
+    EXPECT_TRUE(contains(outcome.out, "do: analyze with --trapped-air close"));
     EXPECT_TRUE(contains(outcome.out, "2 of 9 findings are worth a look (!)."));
 }
 
