@@ -80,7 +80,7 @@ Number GmshCursor::binary() {
 }
 
 std::int64_t GmshCursor::integer() {
-    return isBinary_ ? binary<std::int32_t>() : text<std::int64_t>();
+    return isBinary_ ? binary<std::int32_t>() : text<std::int32_t>();
 }
 
 std::int64_t GmshCursor::size() {

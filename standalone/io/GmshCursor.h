@@ -28,7 +28,7 @@ class GmshCursor {
     std::string line();         // up to the end of the line, which is passed
     std::int64_t lineNumber();  // the same, a whole number
 
-    std::int64_t integer();  // binary: 4 bytes
+    std::int64_t integer();  // of 4 bytes, in text, too
     std::int64_t size();     // binary: 8 bytes
     double real();
 

@@ -79,4 +79,30 @@ TEST_F(Info, json_in_place_of_the_input_is_refused) {
 
 }  // namespace
 
+// What a mesh cannot be built of can be told of all the same.
+TEST_F(Info, of_quadratic_cells) {
+    SampleMesh mesh = plateWithTwoFronts(4, 1, 1);
+    mesh.addCell(24, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9});
+    mesh.cellArrays[0].values.push_back(0.1);
+    const Outcome outcome = weldline({"info", write("part.vtu", mesh)});
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_EQ(linesWith(outcome.out, "1 QuadraticTetra"), 1) << outcome.out;
+    EXPECT_FALSE(contains(outcome.out, "Proposal"));
+}
+
+TEST_F(Info, of_a_cell_that_stands_three_times) {
+    SampleMesh mesh = plateWithTwoFronts(4, 1, 1);
+    for (int more = 0; more < 2; ++more) {
+        mesh.addCell(mesh.types[0], std::vector<int>(mesh.cells[0]));
+        mesh.cellArrays[0].values.push_back(0.1);
+    }
+    const Outcome outcome = weldline({"info", write("part.vtu", mesh)});
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(linesWith(outcome.out, "6 Hexahedron"), 1) << outcome.out;
+    EXPECT_EQ(linesWith(outcome.err, ""), 1) << outcome.err;
+    EXPECT_TRUE(contains(outcome.err, "note: inlets and outlets cannot be proposed: cell"))
+        << outcome.err;
+}
+
 }  // namespace weldline::test
