@@ -43,6 +43,21 @@ void describeBox(Summary& summary, Ranks& ranks, const std::vector<Vec3>& points
     summary.high = {ranks.maximum(high.x), ranks.maximum(high.y), ranks.maximum(high.z)};
 }
 
+std::string gapRemark(const FillTimeCounts& counts) {
+    const std::string marked =
+        counts.marked > 0 ? " (" + std::to_string(counts.marked) + " NaN, infinite or negative)"
+                          : "";
+    const std::string gaps = cellsAre(counts.notReached) + " not reached by the melt" + marked;
+    if (counts.closed == 0)
+        return gaps +
+               "; no weld line is found between them, and lines beside them may lie wrong: "
+               "'--trapped-air close' closes such gaps";
+    const std::string closed =
+        counts.closed == counts.notReached ? "they" : std::to_string(counts.closed) + " of them";
+    return gaps + "; " + closed +
+           " get a time as if the melt had gone on, and weld lines there are a forecast";
+}
+
 }  // namespace
 
 std::string nameOf(GroupKind kind) {
@@ -91,21 +106,6 @@ std::vector<std::string> groupRemarks(const BoundaryGroups& groups, const GroupP
         remarks.push_back(counted(patches.back().faces, "boundary face is", "boundary faces are") +
                           " in no patch and taken as wall");
     return remarks;
-}
-
-std::string gapRemark(const FillTimeCounts& counts) {
-    const std::string marked =
-        counts.marked > 0 ? " (" + std::to_string(counts.marked) + " NaN, infinite or negative)"
-                          : "";
-    const std::string gaps = cellsAre(counts.notReached) + " not reached by the melt" + marked;
-    if (counts.closed == 0)
-        return gaps +
-               "; no weld line is found between them, and lines beside them may lie wrong: "
-               "'--trapped-air close' closes such gaps";
-    const std::string closed =
-        counts.closed == counts.notReached ? "they" : std::to_string(counts.closed) + " of them";
-    return gaps + "; " + closed +
-           " get a time as if the melt had gone on, and weld lines there are a forecast";
 }
 
 std::vector<std::string> seriesRemarks(const std::optional<SeriesFill>& series) {
