@@ -32,7 +32,7 @@ void addFillTime(CLI::App& app, FillTimeOptions& o) {
     command
         ->add_option("CASE", o.input,
                      "Phase fraction over time: OpenFOAM case (folder or\n"
-                     ".foam), .pvd, EnSight .case, Exodus .e, .ex2,\n.exo, gmsh .msh")
+                     ".foam), .pvd, CGNS .cgns, EnSight .case,\nExodus .e, .ex2, .exo, gmsh .msh")
         ->type_name("")
         ->required();
     command->add_option("-o,--output", o.output, "Write mesh, fill time and patches")

@@ -29,8 +29,8 @@ void addInput(CLI::App& command, std::string& input) {
     command
         .add_option("INPUT", input,
                     "Filling result: .vtu, .pvtu, .vtk, .vtm, .pvd,\n"
-                    "EnSight .case, Exodus .e, .ex2, .exo, gmsh .msh,\n"
-                    "or an OpenFOAM case (folder or .foam)")
+                    "CGNS .cgns, EnSight .case, Exodus .e, .ex2, .exo,\n"
+                    "gmsh .msh, or an OpenFOAM case (folder or .foam)")
         ->type_name("")
         ->required();
 }

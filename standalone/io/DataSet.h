@@ -49,11 +49,11 @@ struct DataSet {
     std::vector<std::string> remarks;  // what the user should know, one sentence each
 };
 
-// Reads .vtu, .pvtu, .vtk, .vtm, .pvd, EnSight (.case), Exodus (.e, .ex2, .exo), gmsh (.msh) and
-// OpenFOAM (.foam) data sets in one process. Throws InputError with one line: no such file, not a
-// data set, damaged, no volume cells, volume cells of a higher order, field missing (names those
-// that exist), field on points instead of cells, not one component. Throws UsageError when the time
-// is neither a number nor "latest".
+// Reads .vtu, .pvtu, .vtk, .vtm, .pvd, CGNS (.cgns), EnSight (.case), Exodus (.e, .ex2, .exo), gmsh
+// (.msh) and OpenFOAM (.foam) data sets in one process. Throws InputError with one line: no such
+// file, not a data set, damaged, no volume cells, volume cells of a higher order, field missing
+// (names those that exist), field on points instead of cells, not one component. Throws UsageError
+// when the time is neither a number nor "latest".
 DataSet readDataSet(const std::string& file, const ReadOptions& options);
 
 // What one rank of a run holds of a filling result.

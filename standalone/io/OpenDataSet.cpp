@@ -105,6 +105,10 @@ void failOnInput(const std::string& file, const std::string& reason) {
     throw InputError("'" + file + "': " + reason);
 }
 
+std::string otherBlock(const std::string& name) {
+    return "The block '" + name + "' is left out: it is no unstructured grid.";
+}
+
 void checkReadable(const std::string& file) {
     std::error_code none;
     if (!fs::exists(file, none)) {
@@ -136,7 +140,7 @@ void addBlock(const std::string& file, const std::string& name, vtkDataObject* d
     auto* grid = vtkDataSet::SafeDownCast(data);
     const bool isUnstructured = vtkUnstructuredGrid::SafeDownCast(grid) != nullptr;
     if (!isUnstructured && vtkPolyData::SafeDownCast(grid) == nullptr) {
-        opened.otherBlocks.push_back(name);
+        opened.remarks.push_back(otherBlock(name));
         return;
     }
     checkGrid(file, grid);
@@ -198,7 +202,7 @@ void append(OpenedDataSet& opened, OpenedDataSet more) {
     };
     move(opened.volumes, more.volumes);
     move(opened.surfaces, more.surfaces);
-    move(opened.otherBlocks, more.otherBlocks);
+    move(opened.remarks, more.remarks);
     move(opened.pieceTimes, more.pieceTimes);
     if (opened.times.empty()) {
         opened.times = std::move(more.times);

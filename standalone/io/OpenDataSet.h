@@ -19,11 +19,11 @@ struct Block {
 
 // What pieces of a data set hold.
 struct OpenedDataSet {
-    std::vector<Block> volumes;            // unstructured grids with volume cells
-    std::vector<Block> surfaces;           // blocks whose cells are surfaces only
-    std::vector<std::string> otherBlocks;  // names of blocks of other kinds
-    std::vector<double> times;             // of the first piece that has any
-    std::vector<double> pieceTimes;        // of every piece that has times the one that was read
+    std::vector<Block> volumes;        // unstructured grids with volume cells
+    std::vector<Block> surfaces;       // blocks whose cells are surfaces only
+    std::vector<std::string> remarks;  // sentences on what is left out
+    std::vector<double> times;         // of the first piece that has any
+    std::vector<double> pieceTimes;    // of every piece that has times the one that was read
 };
 
 // Reads one piece at one time: "latest" or a time value. Every grid has passed checkGrid. Throws
@@ -60,6 +60,9 @@ std::string lowerExtension(const std::string& file);
 
 class VtkMessages;
 void failOnReaderError(const std::string& file, const VtkMessages& messages);
+
+// The sentence on a block of another kind.
+std::string otherBlock(const std::string& name);
 
 [[noreturn]] void failOnInput(const std::string& file, const std::string& reason);
 

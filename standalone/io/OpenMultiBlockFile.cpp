@@ -1,18 +1,15 @@
 // Data sets that VTK reads as blocks, with all their times in one place.
+#include <vtkCGNSReader.h>
 #include <vtkDataArraySelection.h>
 #include <vtkExodusIIReader.h>
 #include <vtkGenericEnSightReader.h>
-#include <vtkInformation.h>
-#include <vtkMultiBlockDataSet.h>
-#include <vtkMultiBlockDataSetAlgorithm.h>
 #include <vtkNew.h>
-#include <vtkStreamingDemandDrivenPipeline.h>
 
-#include <algorithm>
 #include <filesystem>
 
+#include "BlockReader.h"
+#include "CgnsSurfaces.h"
 #include "ReadGuard.h"
-#include "TimeReader.h"
 #include "VtkMessages.h"
 
 namespace weldline {
@@ -33,57 +30,11 @@ double sizeOfFolder(const std::string& file) {
     return size;
 }
 
-class BlockReader : public TimeReader {
-  public:
-    BlockReader(const std::string& file, double bytes) : file_(file), bytes_(bytes) {}
-
-    const std::vector<double>& times() const override { return times_; }
-
-    void read(std::optional<double> time, OpenedDataSet& opened) override {
-        const VtkMessages messages;
-        const ReadGuard guard(file_, bytes_);
-        if (time) {
-            algorithm()->UpdateTimeStep(*time);
-        } else {
-            algorithm()->Update();
-        }
-        failOnReaderError(file_, messages);
-        // The reader fills the same grids at the next time.
-        vtkNew<vtkMultiBlockDataSet> blocks;
-        blocks->DeepCopy(algorithm()->GetOutputDataObject(0));
-        collectBlocks(file_, blocks, opened);
-    }
-
-  protected:
-    virtual vtkMultiBlockDataSetAlgorithm* algorithm() = 0;
-
-    // Opens the file and lists its times; `chooseArrays` then says what is read.
-    template <class Choice>
-    void start(Choice chooseArrays) {
-        const VtkMessages messages;
-        const ReadGuard guard(file_, bytes_);
-        algorithm()->UpdateInformation();
-        failOnReaderError(file_, messages);
-        vtkInformation* info = algorithm()->GetOutputInformation(0);
-        vtkInformationDoubleVectorKey* key = vtkStreamingDemandDrivenPipeline::TIME_STEPS();
-        if (info->Has(key) != 0) {
-            times_.assign(info->Get(key), info->Get(key) + info->Length(key));
-        }
-        std::sort(times_.begin(), times_.end());
-        chooseArrays();
-    }
-
-  private:
-    std::string file_;
-    double bytes_;
-    std::vector<double> times_;
-};
-
 class EnSightReader : public BlockReader {
   public:
     explicit EnSightReader(const std::string& file) : BlockReader(file, sizeOfFolder(file)) {
         reader_->SetCaseFileName(file.c_str());
-        start([] {});
+        start();
     }
 
     void readOnly(const std::string& field) override {
@@ -105,13 +56,12 @@ class ExodusReader : public BlockReader {
             failOnInput(file, "the file holds no Exodus mesh");
         }
         reader_->SetFileName(file.c_str());
-        start([&] {
-            reader_->SetAllArrayStatus(vtkExodusIIReader::ELEM_BLOCK, 1);
-            reader_->SetAllArrayStatus(vtkExodusIIReader::NODAL, 1);
-            for (int s = 0; s < reader_->GetNumberOfSideSetArrays(); ++s) {
-                reader_->SetSideSetArrayStatus(reader_->GetSideSetArrayName(s), 1);
-            }
-        });
+        start();
+        reader_->SetAllArrayStatus(vtkExodusIIReader::ELEM_BLOCK, 1);
+        reader_->SetAllArrayStatus(vtkExodusIIReader::NODAL, 1);
+        for (int s = 0; s < reader_->GetNumberOfSideSetArrays(); ++s) {
+            reader_->SetSideSetArrayStatus(reader_->GetSideSetArrayName(s), 1);
+        }
     }
 
     void readOnly(const std::string& field) override {
@@ -121,15 +71,54 @@ class ExodusReader : public BlockReader {
     }
 
   private:
-    static double sizeOfFile(const std::string& file) {
-        std::error_code none;
-        const std::uintmax_t bytes = fs::file_size(file, none);
-        return none ? 0.0 : static_cast<double>(bytes);
+    vtkMultiBlockDataSetAlgorithm* algorithm() override { return reader_; }
+
+    vtkNew<vtkExodusIIReader> reader_;
+};
+
+// The reader's own patches are left out for those of addCgnsSurfaces.
+class CgnsReader : public BlockReader {
+  public:
+    explicit CgnsReader(const std::string& file) : BlockReader(file, sizeOfFile(file)) {
+        const bool canRead = isCgns();
+        ReadGuard::silenceExit();
+        if (!canRead) {
+            failOnInput(file, "the file holds no CGNS data set, or a damaged one");
+        }
+        reader_->SetFileName(file.c_str());
+        reader_->SetDoublePrecisionMesh(1);
+        start();
+        reader_->EnableAllBases();
+        reader_->EnableAllPointArrays();
+        reader_->EnableAllCellArrays();
+    }
+
+    void readOnly(const std::string& field) override {
+        reader_->DisableAllPointArrays();
+        reader_->DisableAllCellArrays();
+        reader_->SetCellArrayStatus(field.c_str(), 1);
+        isFieldOnly_ = true;
+    }
+
+    void read(std::optional<double> time, OpenedDataSet& opened) override {
+        BlockReader::read(time, opened);
+        if (!isFieldOnly_) {
+            const ReadGuard guard(file(), bytes());
+            addCgnsSurfaces(file(), opened);
+        }
+    }
+
+  private:
+    bool isCgns() {
+        const VtkMessages messages;
+        const ReadGuard guard(file(), bytes());
+        return reader_->CanReadFile(file().c_str()) != 0;
     }
 
     vtkMultiBlockDataSetAlgorithm* algorithm() override { return reader_; }
 
-    vtkNew<vtkExodusIIReader> reader_;
+    vtkNew<vtkCGNSReader> reader_;
+    bool isFieldOnly_ = false;
 };
 
 }  // namespace
@@ -140,6 +129,10 @@ std::unique_ptr<TimeReader> openEnSight(const std::string& file) {
 
 std::unique_ptr<TimeReader> openExodus(const std::string& file) {
     return std::make_unique<ExodusReader>(file);
+}
+
+std::unique_ptr<TimeReader> openCgns(const std::string& file) {
+    return std::make_unique<CgnsReader>(file);
 }
 
 }  // namespace weldline

@@ -109,7 +109,7 @@ OpenedDataSet openBlock(const Piece& piece) {
     checkReadable(piece.file);
     OpenedDataSet opened;
     if (piece.kind == Piece::Kind::Other) {
-        opened.otherBlocks.push_back(piece.name);
+        opened.remarks.push_back(otherBlock(piece.name));
     } else if (lowerExtension(piece.file) == ".vtp") {
         addBlock(piece.file, piece.name, readSurface(piece.file), opened);
     } else {

@@ -53,7 +53,7 @@ struct PatchPlan {
     std::vector<std::string> names;  // of these patches
     std::vector<SurfaceName> surfaces;
     std::size_t firstSurface = 0;  // of this rank
-    std::vector<std::string> otherBlocks;
+    std::vector<std::string> remarks;
     LeftOut leftOut;
 };
 
@@ -65,11 +65,7 @@ Bytes packOwn(const PatchSources& sources, const std::vector<Surface>& surfaces)
         names.push_back(sources.names.at(number));
     }
     Packer packer;
-    packer.put(numbers)
-        .put(names)
-        .put(sources.otherBlocks)
-        .put(sources.leftOut)
-        .put(surfaces.size());
+    packer.put(numbers).put(names).put(sources.remarks).put(sources.leftOut).put(surfaces.size());
     for (std::size_t s = 0; s < surfaces.size(); ++s) {
         packer.put(sources.surfaces[s].name).put(surfaces[s].isLeftOut);
     }
@@ -83,8 +79,8 @@ void addRank(const Bytes& message, std::map<long long, std::string>& numbers, Pa
     for (std::size_t i = 0; i < ownNumbers.size(); ++i) {
         numbers.emplace(ownNumbers[i], ownNames[i]);
     }
-    const auto others = unpacker.get<std::vector<std::string>>();
-    plan.otherBlocks.insert(plan.otherBlocks.end(), others.begin(), others.end());
+    const auto remarks = unpacker.get<std::vector<std::string>>();
+    plan.remarks.insert(plan.remarks.end(), remarks.begin(), remarks.end());
     const auto leftOut = unpacker.get<LeftOut>();
     plan.leftOut.ghosts += leftOut.ghosts;
     plan.leftOut.unassignedSurfaces += leftOut.unassignedSurfaces;
@@ -143,9 +139,7 @@ void addRemarks(const PatchPlan& plan, std::vector<std::string>& remarks) {
                               "' is left out: it is no part of the mesh's surface.");
         }
     }
-    for (const std::string& name : plan.otherBlocks) {
-        remarks.push_back("The block '" + name + "' is left out: it is no unstructured grid.");
-    }
+    remarks.insert(remarks.end(), plan.remarks.begin(), plan.remarks.end());
 }
 
 void appendFaces(int patch, const Rows& rows, const std::vector<std::int64_t>& numbers,

@@ -16,7 +16,7 @@ namespace weldline {
 struct PatchSources {
     bool isCase;  // then surfaces of the same name are parts of one patch
     const std::vector<Block>& surfaces;
-    const std::vector<std::string>& otherBlocks;
+    const std::vector<std::string>& remarks;
     const std::map<long long, Rows>& numbered;      // corners are points as given to the directory
     const std::map<long long, std::string>& names;  // of the numbered
     const LeftOut& leftOut;

@@ -42,6 +42,9 @@ PieceList listByExtension(const std::string& file) {
     if (extension == ".pvd") {
         return oneFile(file, "collection of VTK files over time", Piece::Kind::Collection);
     }
+    if (extension == ".cgns") {
+        return oneFile(file, "CGNS file", Piece::Kind::Cgns);
+    }
     if (extension == ".case") {
         return oneFile(file, "EnSight case", Piece::Kind::EnSight);
     }
@@ -51,10 +54,10 @@ PieceList listByExtension(const std::string& file) {
     if (extension == ".msh") {
         return oneFile(file, "gmsh mesh", Piece::Kind::Gmsh);
     }
-    failOnInput(
-        file,
-        "unknown kind of data set; .vtu, .pvtu, .vtk, .vtm, .pvd, .case (EnSight), .e, "
-        ".ex2 and .exo (Exodus), .msh (gmsh), and OpenFOAM cases (folder or .foam) can be read");
+    failOnInput(file,
+                "unknown kind of data set; .vtu, .pvtu, .vtk, .vtm, .pvd, .cgns, .case "
+                "(EnSight), .e, .ex2 and .exo (Exodus), .msh (gmsh), and OpenFOAM cases (folder or "
+                ".foam) can be read");
 }
 
 // Per piece the place of its middle among the bytes of all, from 0 to 1. A piece without a size,

@@ -13,6 +13,7 @@ struct Piece {
         Block,       // a .vtu or .vtp file: volume or surface, by what it holds
         Case,        // an OpenFOAM case, or what one process has of a decomposed one
         Collection,  // a .pvd file, which names files for times
+        Cgns,
         EnSight,
         Exodus,
         Gmsh,

@@ -46,6 +46,7 @@ struct Guarding {
     bool hasTimer = false;
     rlimit memoryBefore{};
     std::atomic<int> errors{-1};  // standard error as it was; -1: it is where it was
+    std::atomic<bool> isReading{false};
 };
 Guarding guarding;
 
@@ -63,6 +64,13 @@ extern "C" void endAfterFault(int signal) {
     *to = '\0';
     ReadGuard::giveBackErrors();
     guarding.end(guarding.line.data());
+}
+
+// A reader may take the process with it by exit().
+void endAfterExit() {
+    if (guarding.isReading) {
+        endAfterFault(SIGABRT);
+    }
 }
 
 void keepName(const std::string& file) {
@@ -139,17 +147,20 @@ void limitMemory(double bytes) {
     }
 }
 
+void silenceErrors() {
+    const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+    if (nowhere >= 0) {
+        ::dup2(nowhere, STDERR_FILENO);
+        ::close(nowhere);
+    }
+}
+
 // The C library and others have words of their own about a damaged heap.
 void setErrorsAside() {
-    const int nowhere = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
-    if (nowhere < 0) {
-        return;
-    }
     guarding.errors = ::fcntl(STDERR_FILENO, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
     if (guarding.errors >= 0) {
-        ::dup2(nowhere, STDERR_FILENO);
+        silenceErrors();
     }
-    ::close(nowhere);
 }
 
 double sizeOf(const std::string& file) {
@@ -162,6 +173,17 @@ double sizeOf(const std::string& file) {
 
 void ReadGuard::endBy(End end) {
     guarding.end = end;
+    if (end != nullptr) {
+        static const int registered = std::atexit(endAfterExit);
+        static_cast<void>(registered);
+    }
+}
+
+void ReadGuard::silenceExit() {
+    if (guarding.end != nullptr) {
+        static const int registered = std::atexit(silenceErrors);
+        static_cast<void>(registered);
+    }
 }
 
 void ReadGuard::giveBackErrors() noexcept {
@@ -178,6 +200,7 @@ ReadGuard::ReadGuard(const std::string& file, double bytes)
         installHandlers();
         startTimer(bytes);
         limitMemory(bytes);
+        guarding.isReading = true;
     }
 }
 
@@ -186,6 +209,7 @@ ReadGuard::ReadGuard(const std::string& file) : ReadGuard(file, sizeOf(file)) {}
 ReadGuard::~ReadGuard() {
     std::set_new_handler(newHandlerBefore_);
     if (guarding.end != nullptr) {
+        guarding.isReading = false;
         ::setrlimit(RLIMIT_AS, &guarding.memoryBefore);
         stopTimer();
         removeHandlers();

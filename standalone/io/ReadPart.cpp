@@ -273,7 +273,7 @@ DataPart readPart(Ranks& ranks, const std::string& file, const ReadOptions& opti
     numberCells(ranks, data);
 
     const PatchSources sources{list.isCase(),          opened.surfaces,
-                               opened.otherBlocks,     collector.numberedFaces(),
+                               opened.remarks,         collector.numberedFaces(),
                                collector.patchNames(), collector.leftOut()};
     PatchFaces faces;
     {

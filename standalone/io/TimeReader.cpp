@@ -8,6 +8,8 @@ std::unique_ptr<TimeReader> openTimes(const PieceList& list, const Piece& piece)
             return openFoamCase(list.file, piece.name);
         case Piece::Kind::Collection:
             return openCollection(piece.file);
+        case Piece::Kind::Cgns:
+            return openCgns(piece.file);
         case Piece::Kind::EnSight:
             return openEnSight(piece.file);
         case Piece::Kind::Exodus:

@@ -33,6 +33,7 @@ OpenedDataSet openAtTime(TimeReader& reader, const std::string& file, const std:
 // By kind of data set; `processor` is empty or the folder of one process.
 std::unique_ptr<TimeReader> openFoamCase(const std::string& file, const std::string& processor);
 std::unique_ptr<TimeReader> openCollection(const std::string& file);  // .pvd
+std::unique_ptr<TimeReader> openCgns(const std::string& file);
 std::unique_ptr<TimeReader> openEnSight(const std::string& file);
 std::unique_ptr<TimeReader> openExodus(const std::string& file);
 std::unique_ptr<TimeReader> openGmshFile(const std::string& file);

@@ -43,8 +43,8 @@ TEST_F(ReadErrors, folder) {
 TEST_F(ReadErrors, unknownKind) {
     expectError(
         put("a.stl", "solid"),
-        "unknown kind of data set; .vtu, .pvtu, .vtk, .vtm, .pvd, .case (EnSight), .e, .ex2 "
-        "and .exo (Exodus), .msh (gmsh), and OpenFOAM cases (folder or .foam) can be read");
+        "unknown kind of data set; .vtu, .pvtu, .vtk, .vtm, .pvd, .cgns, .case (EnSight), .e, "
+        ".ex2 and .exo (Exodus), .msh (gmsh), and OpenFOAM cases (folder or .foam) can be read");
 }
 
 TEST_F(ReadErrors, emptyFiles) {

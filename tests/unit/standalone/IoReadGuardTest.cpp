@@ -51,6 +51,36 @@ int deeper(volatile int* level) {
     return next < 0 ? 0 : deeper(&next) + *level;
 }
 
+TEST_F(ReadGuards, exit_while_reading) {
+    EXPECT_EXIT(
+        {
+            const ReadGuard guard("part.vtu", 0.0);
+            std::exit(0);
+        },
+        ::testing::ExitedWithCode(3), astray);
+}
+
+TEST_F(ReadGuards, exit_beside_reading) {
+    EXPECT_EXIT(
+        {
+            { const ReadGuard guard("part.vtu", 0.0); }
+            std::exit(7);
+        },
+        ::testing::ExitedWithCode(7), "^$");
+}
+
+// Handlers run from last to first: the library's words come after the silence.
+TEST_F(ReadGuards, silence_at_exit) {
+    EXPECT_EXIT(
+        {
+            std::atexit([] { std::fputs("the library complains", stderr); });
+            ReadGuard::silenceExit();
+            std::fputs("one line", stderr);
+            std::exit(7);
+        },
+        ::testing::ExitedWithCode(7), "^one line$");
+}
+
 TEST_F(ReadGuards, faultsEndInOneLine) {
     for (const int signal : {SIGSEGV, SIGBUS, SIGFPE, SIGILL, SIGABRT}) {
         EXPECT_EXIT(
