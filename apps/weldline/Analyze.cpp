@@ -23,6 +23,7 @@
 #include "bind/Analysis.h"
 #include "bind/HostModel.h"
 #include "comm/Agreement.h"
+#include "io/WriteExodus.h"
 #include "results/FlowDirection.h"
 
 namespace weldline {
@@ -156,6 +157,8 @@ Summary run(Ranks& ranks, const AnalyzeOptions& options, Progress& progress) {
     RunInput input =
         readRunInput(ranks, options, [&](const std::string& text) { progress.within(text); });
     MeshPart& own = input.data.part;
+    if (isExodusName(outputs.result))
+        agreeOnFailure(ranks, [&] { refusePolyhedra(outputs.result, own.mesh); });
     Summary summary = startSummary(options, control, outputs, input.data);
     summary.ranks = ranks.size();
     append(summary.remarks, input.data.remarks);

@@ -70,7 +70,7 @@ void addAnalyze(CLI::App& app, AnalyzeOptions& o) {
     auto* command = app.add_subcommand("analyze", "Find the weld lines of a filling result");
     addInput(*command, o.input);
     command->add_option("-o,--output", o.output, "Write mesh, meeting angles and weld lines")
-        ->type_name("RESULT.vtu|.pvtu");
+        ->type_name("RESULT.vtu|.pvtu|.exo");
     addJson(*command, o.json);
     command->add_option("--field", o.field, "Cell array with the fill time [FillTime or fillTime]")
         ->type_name("NAME");

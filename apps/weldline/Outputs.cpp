@@ -15,6 +15,7 @@
 #include "comm/Messages.h"
 #include "comm/Packing.h"
 #include "io/ResultPieces.h"
+#include "io/WriteExodus.h"
 
 namespace weldline {
 
@@ -40,9 +41,10 @@ bool sameFile(const std::string& a, const std::string& b) {
 
 void checkResultName(const std::string& result) {
     const fs::path name = fs::path(result).filename();
-    if (name.extension() != ".vtu" && name.extension() != ".pvtu")
+    if (name.extension() != ".vtu" && name.extension() != ".pvtu" && !isExodusName(name))
         throw UsageError(result +
-                         ": not a name for the result; -o needs a file that ends in .vtu or .pvtu");
+                         ": not a name for the result; -o needs a file that ends in .vtu, .pvtu, "
+                         "or for Exodus in .exo, .e or .ex2");
 }
 
 void checkLinesName(const std::string& lines) {

@@ -9,7 +9,7 @@ namespace weldline {
 
 // Files that a run leaves; an empty name stands for none.
 struct Outputs {
-    std::string result;   // .vtu or .pvtu
+    std::string result;   // .vtu, .pvtu or Exodus
     std::string json;     // "-" for standard output
     std::string control;  // kept beside the result when the user gave no control file
     std::string trace;

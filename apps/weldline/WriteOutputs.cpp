@@ -14,6 +14,7 @@
 #include "comm/Messages.h"
 #include "io/GatherResult.h"
 #include "io/ResultPieces.h"
+#include "io/WriteExodus.h"
 #include "io/WriteLines.h"
 
 namespace weldline {
@@ -27,6 +28,10 @@ class Files {
         if (file.empty()) return;
         m_files.push_back(std::make_unique<AtomicFile>(file));
         m_files.back()->write(bytes);
+    }
+    void prepareExodus(const std::string& file, const MeshResult& result) {
+        m_files.push_back(std::make_unique<AtomicFile>(file));
+        writeExodus(m_files.back()->path(), file, result.mesh, result.fields);
     }
     void finish() {
         for (const auto& file : m_files) file->finish();
@@ -112,17 +117,21 @@ void writeOutputs(Ranks& ranks, const Summary& summary, const FoundLines& found,
         whole =
             gatherResult(ranks, std::move(part), std::move(fields), summary.cells, summary.nodes);
     }
+    const bool isExodus = isExodusName(result);
     const bool isWriter = !result.empty() && (inPieces || ranks.rank() == 0);
     std::string bytes = together(ranks, [&] {
-        return isWriter ? resultBytes(result, whole.mesh, whole.fields) : std::string();
+        return isWriter && !isExodus ? resultBytes(result, whole.mesh, whole.fields)
+                                     : std::string();
     });
-    whole = {};
+    if (!isExodus) whole = {};
     const std::uint64_t key = inPieces ? shareKey(ranks, bytes) : 0;
 
     Files files;
     std::optional<Piece> piece;
     agreeOnFailure(ranks, [&] {
-        if (ranks.rank() == 0)
+        if (ranks.rank() == 0 && isExodus)
+            files.prepareExodus(result, whole);
+        else if (ranks.rank() == 0)
             files.prepare(result, inPieces ? piecesText(result, key, ranks.size()) : bytes);
     });
     agreeOnFailure(ranks, [&] {

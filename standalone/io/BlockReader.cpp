@@ -23,6 +23,12 @@ double BlockReader::sizeOfFile(const std::string& file) {
     return none ? 0.0 : static_cast<double>(bytes);
 }
 
+bool BlockReader::guarded(const std::function<bool()>& question) const {
+    const VtkMessages messages;
+    const ReadGuard guard(file_, bytes_);
+    return question();
+}
+
 void BlockReader::start() {
     const VtkMessages messages;
     const ReadGuard guard(file_, bytes_);
@@ -45,10 +51,13 @@ void BlockReader::read(std::optional<double> time, OpenedDataSet& opened) {
         algorithm()->Update();
     }
     failOnReaderError(file_, messages);
-    // The reader fills the same grids at the next time.
-    vtkNew<vtkMultiBlockDataSet> blocks;
-    blocks->DeepCopy(algorithm()->GetOutputDataObject(0));
-    collectBlocks(file_, blocks, opened);
+    collectBlocks(file_, copy(algorithm()->GetOutput()), opened);
+}
+
+vtkSmartPointer<vtkMultiBlockDataSet> BlockReader::copy(vtkMultiBlockDataSet* blocks) const {
+    auto own = vtkSmartPointer<vtkMultiBlockDataSet>::New();
+    own->DeepCopy(blocks);
+    return own;
 }
 
 }  // namespace weldline

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <functional>
 #include <string>
 #include <vector>
 
 #include "TimeReader.h"
 
+class vtkMultiBlockDataSet;
 class vtkMultiBlockDataSetAlgorithm;
 
 namespace weldline {
@@ -24,8 +26,14 @@ class BlockReader : public TimeReader {
 
     virtual vtkMultiBlockDataSetAlgorithm* algorithm() = 0;
 
+    // A copy of what was read that lasts: the reader fills the same grids at the next time.
+    virtual vtkSmartPointer<vtkMultiBlockDataSet> copy(vtkMultiBlockDataSet* blocks) const;
+
     // Opens the file and lists its times and arrays.
     void start();
+
+    // The answer of a question that makes the reader open the file.
+    bool guarded(const std::function<bool()>& question) const;
 
     const std::string& file() const { return file_; }
     double bytes() const { return bytes_; }

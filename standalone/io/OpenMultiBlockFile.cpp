@@ -1,16 +1,20 @@
 // Data sets that VTK reads as blocks, with all their times in one place.
 #include <vtkCGNSReader.h>
+#include <vtkCompositeDataIterator.h>
 #include <vtkDataArraySelection.h>
 #include <vtkExodusIIReader.h>
 #include <vtkGenericEnSightReader.h>
+#include <vtkMultiBlockDataSet.h>
 #include <vtkNew.h>
+#include <vtkRemoveUnusedPoints.h>
+#include <vtkUnstructuredGrid.h>
 
 #include <filesystem>
 
 #include "BlockReader.h"
 #include "CgnsSurfaces.h"
+#include "GridCheck.h"
 #include "ReadGuard.h"
-#include "VtkMessages.h"
 
 namespace weldline {
 namespace {
@@ -52,10 +56,11 @@ class EnSightReader : public BlockReader {
 class ExodusReader : public BlockReader {
   public:
     explicit ExodusReader(const std::string& file) : BlockReader(file, sizeOfFile(file)) {
-        if (reader_->CanReadFile(file.c_str()) == 0) {
-            failOnInput(file, "the file holds no Exodus mesh");
+        if (!guarded([&] { return reader_->CanReadFile(file.c_str()) != 0; })) {
+            failOnInput(file, "the file holds no Exodus mesh, or a damaged one");
         }
         reader_->SetFileName(file.c_str());
+        reader_->SetSqueezePoints(false);
         start();
         reader_->SetAllArrayStatus(vtkExodusIIReader::ELEM_BLOCK, 1);
         reader_->SetAllArrayStatus(vtkExodusIIReader::NODAL, 1);
@@ -73,6 +78,34 @@ class ExodusReader : public BlockReader {
   private:
     vtkMultiBlockDataSetAlgorithm* algorithm() override { return reader_; }
 
+    // Every block comes with the points of all blocks, because the reader can leave out the others
+    // only where it makes float values of all coordinates.
+    vtkSmartPointer<vtkMultiBlockDataSet> copy(vtkMultiBlockDataSet* blocks) const override {
+        auto own = vtkSmartPointer<vtkMultiBlockDataSet>::New();
+        own->CopyStructure(blocks);
+        const auto at = vtkSmartPointer<vtkCompositeDataIterator>::Take(blocks->NewIterator());
+        for (at->InitTraversal(); at->IsDoneWithTraversal() == 0; at->GoToNextItem()) {
+            own->SetDataSet(at, withUsedPoints(at->GetCurrentDataObject()));
+        }
+        return own;
+    }
+
+    vtkSmartPointer<vtkDataObject> withUsedPoints(vtkDataObject* block) const {
+        auto grid = vtkSmartPointer<vtkDataObject>::Take(block->NewInstance());
+        auto* unstructured = vtkUnstructuredGrid::SafeDownCast(block);
+        if (unstructured == nullptr) {
+            grid->DeepCopy(block);
+            return grid;
+        }
+        checkGrid(file(), unstructured);
+        vtkNew<vtkRemoveUnusedPoints> filter;
+        filter->SetInputData(unstructured);
+        filter->GenerateOriginalPointIdsOff();
+        filter->Update();
+        grid->DeepCopy(filter->GetOutput());
+        return grid;
+    }
+
     vtkNew<vtkExodusIIReader> reader_;
 };
 
@@ -80,7 +113,7 @@ class ExodusReader : public BlockReader {
 class CgnsReader : public BlockReader {
   public:
     explicit CgnsReader(const std::string& file) : BlockReader(file, sizeOfFile(file)) {
-        const bool canRead = isCgns();
+        const bool canRead = guarded([&] { return reader_->CanReadFile(file.c_str()) != 0; });
         ReadGuard::silenceExit();
         if (!canRead) {
             failOnInput(file, "the file holds no CGNS data set, or a damaged one");
@@ -109,12 +142,6 @@ class CgnsReader : public BlockReader {
     }
 
   private:
-    bool isCgns() {
-        const VtkMessages messages;
-        const ReadGuard guard(file(), bytes());
-        return reader_->CanReadFile(file().c_str()) != 0;
-    }
-
     vtkMultiBlockDataSetAlgorithm* algorithm() override { return reader_; }
 
     vtkNew<vtkCGNSReader> reader_;

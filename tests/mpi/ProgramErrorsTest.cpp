@@ -31,7 +31,7 @@ TEST_F(MpiErrors, wrong_usage) {
     expectError(onRanks(3, {"analyze", at("whole.vtu"), "--inlet", "("}), 2, {"'('"});
     expectError(onRanks(3, {"analyze", at("whole.vtu"), "--set", "nGrad=x"}), 2, {"nGrad"});
     expectError(onRanks(3, {"analyze", at("whole.vtu"), "-o", at("r.vtk")}), 2,
-                {"ends in .vtu or .pvtu"});
+                {"ends in .vtu, .pvtu"});
     expectError(onRanks(3, {"analyze", at("whole.vtu"), "--time", "soon"}), 2, {"'soon'"});
 }
 

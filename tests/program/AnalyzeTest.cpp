@@ -189,6 +189,23 @@ TEST_F(Analyze, result_holds_angles_weld_lines_and_flow) {
     EXPECT_EQ(info["points"], 99);
 }
 
+TEST_F(Analyze, exodus_result_holds_the_same_values) {
+    const std::string input = write("part.vtu", plateWithTwoFronts(10, 2, 2));
+    for (const char* name : {"result.vtu", "result.exo"})
+        ASSERT_EQ(weldline({"analyze", input, "-o", at(name)}).exitCode, 0);
+    const auto rangeOf = [&](const std::string& file, const std::string& name) {
+        const Json info = Json::parse(weldline({"info", at(file), "--json", "-"}).out);
+        for (const Json& array : info["arrays"])
+            if (array["name"] == name) return Json{array["minimum"], array["maximum"]};
+        return Json{};
+    };
+    for (const char* array : {"MeetingAngle", "WeldLine", "FillTime", "FlowDirection"})
+        EXPECT_EQ(rangeOf("result.exo", array), rangeOf("result.vtu", array)) << array;
+    const std::string before = read(at("result.exo"));
+    ASSERT_EQ(weldline({"analyze", input, "-o", at("result.exo")}).exitCode, 0);
+    EXPECT_EQ(read(at("result.exo")), before);
+}
+
 TEST_F(Analyze, result_can_be_analysed_again) {
     const std::string input = write("part.vtu", plateWithTwoFronts(10, 2, 2));
     ASSERT_EQ(weldline({"analyze", input, "-o", at("result.vtu")}).exitCode, 0);

@@ -26,6 +26,19 @@ TEST_F(OutputErrors, result_with_another_ending) {
     EXPECT_EQ(entries(), Names{"part.vtu"});
 }
 
+TEST_F(OutputErrors, polyhedra_in_an_exodus_result) {
+    SampleMesh prism;
+    for (const double z : {0.0, 1.0})
+        prism.points.insert(prism.points.end(),
+                            {{0, 0, z}, {2, 0, z}, {3, 1, z}, {1, 2, z}, {-1, 1, z}});
+    prism.addCell(15, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9});
+    prism.cellArrays.push_back({"FillTime", "Float64", {1.0}});
+    const std::string file = write("part.vtu", prism);
+    expectError(weldline({"analyze", file, "-o", at("result.exo")}), 3,
+                {"result.exo", "no polyhedra", ".vtu"});
+    EXPECT_EQ(entries(), Names{"part.vtu"});
+}
+
 TEST_F(OutputErrors, result_that_is_nothing_but_an_ending) {
     expectError(weldline({"analyze", input(), "-o", at(".vtu")}), 2, {".vtu"});
 }
@@ -132,6 +145,15 @@ TEST_F(OutputErrors, full_disk_under_the_result) {
     const std::string file = input();
     const Outcome outcome = weldline({"analyze", file, "-o", at("result.vtu")}, setting);
     expectError(outcome, 1, {"result.vtu"});
+    EXPECT_EQ(entries(), Names{"part.vtu"});
+    EXPECT_TRUE(temporaries().empty());
+}
+
+TEST_F(OutputErrors, full_disk_under_an_exodus_result) {
+    Setting setting;
+    setting.fileSizeLimit = 1000;
+    const std::string file = input();
+    expectError(weldline({"analyze", file, "-o", at("result.exo")}, setting), 1, {"result.exo"});
     EXPECT_EQ(entries(), Names{"part.vtu"});
     EXPECT_TRUE(temporaries().empty());
 }
