@@ -42,6 +42,7 @@ TEST_F(AutoGroups, info_proposes_them) {
     EXPECT_EQ(info["proposed"][0]["patches"], Json::array());
     EXPECT_EQ(info["proposed"][1]["group"], "outlet");
     EXPECT_EQ(info["proposed"][1]["box"]["low"][0], 1.0);
+    EXPECT_EQ(info["proposedFrom"], (Json{{"field", "FillTime"}, {"series", nullptr}}));
 }
 
 TEST_F(AutoGroups, info_proposes_nothing_without_a_fill_time) {
