@@ -133,6 +133,7 @@ TEST_F(FillTimeCommand, info_proposes_inlets_from_the_series_and_says_so) {
     EXPECT_TRUE(
         contains(outcome.out, "Fill time    made from 'alpha.melt' at 6 times, up to 0.1 "));
     const Json info = Json::parse(weldline({"info", input, "--json", "-"}).out);
+    ASSERT_FALSE(info["proposed"].empty());
     EXPECT_EQ(info["proposed"][0]["faces"], 4);
     EXPECT_EQ(info["proposedFrom"]["field"], "alpha.melt");
     EXPECT_EQ(info["proposedFrom"]["series"]["times"], 6);

@@ -68,10 +68,10 @@ TEST_F(AutoGroups, are_named_in_table_and_json) {
         Json::parse(weldline({"analyze", oneFront(), "--auto-groups", "--json", "-"}).out);
     EXPECT_EQ(patch(j, "filled first")["group"], "inlet");
     EXPECT_EQ(patch(j, "filled first")["faces"], 9);
-    EXPECT_EQ(patch(j, "filled last")["group"], "outlet");
+    EXPECT_EQ(patch(j, "front runs out")["group"], "outlet");
     EXPECT_EQ(j["mesh"]["groups"]["inlet"], 9);
     EXPECT_EQ(j["mesh"]["groups"]["outlet"], 9);
-    EXPECT_TRUE(contains(j["remarks"].dump(), "filled last"));
+    EXPECT_TRUE(contains(j["remarks"].dump(), "front runs out"));
 }
 
 // The result keeps them: what explains it calculates with the same groups.
