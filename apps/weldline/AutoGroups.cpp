@@ -32,13 +32,14 @@ std::vector<MadePatch> makeAutoGroups(const RankPart& part, const FvMesh& mesh,
         together(part.ranks, [&] { return groupBoundaryFaces(mesh, patches, patterns); });
     const std::vector<float> times = timesAboveZero(fillTime);
     const std::vector<Vec3> directions = flowDirections(mesh, times, cellsAcross(part, times));
-    const Openings openings = findOpenings(part.ranks, mesh, groups, times, directions);
+    const Openings openings = findOpenings(part, mesh, groups, times, directions);
     return makePatches(part.ranks, mesh, openings, patches, patterns);
 }
 
 std::string describe(const MadePatch& made) {
-    std::string text = std::to_string(made.faces) + (made.faces == 1 ? " face" : " faces") +
-                       (made.kind == GroupKind::Inlet ? " that fill first" : " that fill last");
+    std::string text =
+        std::to_string(made.faces) + (made.faces == 1 ? " face" : " faces") +
+        (made.kind == GroupKind::Inlet ? " that fill first" : " where the front runs out");
     std::string from;
     for (const MadePatch::Source& source : made.from)
         from += (from.empty() ? "" : ", ") + std::to_string(source.faces) + " of '" + source.patch +
@@ -55,7 +56,7 @@ std::vector<std::string> autoGroupRemarks(const std::vector<MadePatch>& made) {
     if (made.empty())
         return {
             "--auto-groups changes nothing: inlets and outlets have names, or no wall fills "
-            "first or last"};
+            "first and the front runs out nowhere"};
     std::vector<std::string> remarks;
     remarks.reserve(made.size());
     for (const MadePatch& patch : made)

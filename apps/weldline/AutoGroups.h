@@ -11,7 +11,8 @@
 namespace weldline {
 
 // Where no patch name tells inlets, or outlets, makes a patch of the walls that fill first, or
-// last, and lets the patterns find it. `fillTime` per cell, as stored. Collective.
+// where the front runs out, and lets the patterns find it. `fillTime` per cell, as stored.
+// Collective.
 std::vector<MadePatch> makeAutoGroups(const RankPart& part, const FvMesh& mesh,
                                       const std::vector<double>& fillTime,
                                       std::vector<Patch>& patches, GroupPatterns& patterns);

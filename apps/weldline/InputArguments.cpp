@@ -71,7 +71,8 @@ void addAutoGroups(CLI::App& command, bool& autoGroups) {
     command
         .add_flag("--auto-groups", autoGroups,
                   "Where no patch name tells inlets or outlets, take\n"
-                  "walls that fill first as inlets, last as outlets")
+                  "walls that fill first as inlets, walls where the\n"
+                  "front runs out as outlets")
         ->group(boundaryGroups);
 }
 

@@ -108,12 +108,15 @@ std::vector<std::string> groupRemarks(const BoundaryGroups& groups, const GroupP
     return remarks;
 }
 
+std::string describe(const SeriesFill& series) {
+    return "made from '" + series.field + "' at " + std::to_string(series.steps) +
+           " times, up to " + shortNumber(series.largestStep) + " apart (first crossing of " +
+           shortNumber(series.level) + ")";
+}
+
 std::vector<std::string> seriesRemarks(const std::optional<SeriesFill>& series) {
     if (!series) return {};
-    std::vector<std::string> remarks{
-        "the data set holds no fill time; it is made from '" + series->field + "' at " +
-        std::to_string(series->steps) + " times, up to " + shortNumber(series->largestStep) +
-        " apart (first crossing of " + shortNumber(series->level) + ")"};
+    std::vector<std::string> remarks{"the data set holds no fill time; it is " + describe(*series)};
     if (series->atStart > 0)
         remarks.push_back(cellsAre(series->atStart) + " full at the first time");
     if (series->emptied > 0)

@@ -64,6 +64,9 @@ void describeMesh(Summary& summary, Ranks& ranks, const DataPart& data, const Fv
 // Collective.
 void addUpPatches(Ranks& ranks, std::size_t named, BoundaryGroups& groups);
 
+// "made from 'alpha.melt' at 126 times, up to 0.04 apart (first crossing of 0.5)"
+std::string describe(const SeriesFill& series);
+
 // What a user should know about groups and fill time, one sentence each.
 std::vector<std::string> groupRemarks(const BoundaryGroups& groups, const GroupPatterns& patterns);
 std::vector<std::string> seriesRemarks(const std::optional<SeriesFill>& series);

@@ -36,6 +36,17 @@ Json proposedJson(const std::vector<MadePatch>& proposed) {
     return list;
 }
 
+// Where the fill time comes from that the proposal rests on.
+Json proposedFromJson(const Proposal& proposal) {
+    if (proposal.patches.empty()) return {};
+    Json series;
+    if (proposal.series)
+        series = {{"times", proposal.series->steps},
+                  {"largestStep", number(proposal.series->largestStep)},
+                  {"level", number(proposal.series->level)}};
+    return {{"field", proposal.field}, {"series", series}};
+}
+
 Json meshJson(const Summary& s) {
     Json kinds = Json::object();
     for (const auto& kind : s.kinds) kinds[kind.name] = kind.cells;
@@ -178,7 +189,7 @@ std::string summaryJson(const Summary& s) {
 
 std::string infoJson(const DataSetInfo& info,
                      const std::vector<BoundaryGroups::PatchSummary>& groups,
-                     const std::vector<MadePatch>& proposed) {
+                     const Proposal& proposal) {
     Json shapes = Json::object();
     for (const auto& shape : info.cellShapes) shapes[shape.name] = shape.count;
     Json blocks = Json::array();
@@ -204,7 +215,8 @@ std::string infoJson(const DataSetInfo& info,
                        {"box", box(info.low, info.high)},
                        {"blocks", blocks},
                        {"patches", patchesJson(groups)},
-                       {"proposed", proposedJson(proposed)},
+                       {"proposed", proposedJson(proposal.patches)},
+                       {"proposedFrom", proposedFromJson(proposal)},
                        {"arrays", arrays},
                        {"times", times}});
 }

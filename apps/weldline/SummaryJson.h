@@ -2,9 +2,9 @@
 
 #include <string>
 
+#include "Proposal.h"
 #include "Summary.h"
 #include "io/DataSet.h"
-#include "results/Openings.h"
 
 namespace weldline {
 
@@ -17,10 +17,9 @@ std::string runJson(const Summary& summary);
 
 std::string summaryJson(const Summary& summary);  // "weldline-summary/1"
 
-// `groups` are the patches with the group that their name puts them in, `proposed` what could be
-// inlets and outlets.
+// `groups` are the patches with the group that their name puts them in.
 std::string infoJson(const DataSetInfo& info,
                      const std::vector<BoundaryGroups::PatchSummary>& groups,
-                     const std::vector<MadePatch>& proposed);  // "weldline-info/1"
+                     const Proposal& proposal);  // "weldline-info/1"
 
 }  // namespace weldline

@@ -170,7 +170,7 @@ std::string summaryTable(const Summary& s, bool style) {
 
 std::string infoTable(const DataSetInfo& info,
                       const std::vector<BoundaryGroups::PatchSummary>& groups,
-                      const std::vector<MadePatch>& proposed, bool style) {
+                      const Proposal& proposal, bool style) {
     std::string text = entry("File", info.file, style);
     text += entry("Format", info.format, style);
     text += entry(
@@ -181,13 +181,15 @@ std::string infoTable(const DataSetInfo& info,
     if (!info.blocks.empty()) text += entry("Blocks", countsText(info.blocks), style);
     text += entry("Times", info.times.empty() ? "none" : timesText(info.times), style);
     text += patchRows(groups, style);
-    for (const MadePatch& made : proposed)
+    for (const MadePatch& made : proposal.patches)
         text += "\n" + entry("Proposal",
                              "no patch name tells " + nameOf(made.kind) +
                                  "s; 'weldline analyze "
                                  "--auto-groups' takes " +
                                  describe(made),
                              style);
+    if (!proposal.patches.empty() && proposal.series)
+        text += entry("Fill time", describe(*proposal.series), style);
     return text + arrayRows(info.arrays, style);
 }
 

@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
+#include "Proposal.h"
 #include "Summary.h"
 #include "io/DataSet.h"
-#include "results/Openings.h"
 #include "settings/ControlSection.h"
 
 namespace weldline {
@@ -15,11 +15,10 @@ namespace weldline {
 
 std::string summaryTable(const Summary& summary, bool style);
 
-// `groups` are the patches with the group that their name puts them in, `proposed` what could be
-// inlets and outlets.
+// `groups` are the patches with the group that their name puts them in.
 std::string infoTable(const DataSetInfo& info,
                       const std::vector<BoundaryGroups::PatchSummary>& groups,
-                      const std::vector<MadePatch>& proposed, bool style);
+                      const Proposal& proposal, bool style);
 
 // What each line of a control file does and the settings in force after it.
 std::string controlTable(const std::string& file, const ControlReading& reading, bool style);

@@ -103,6 +103,7 @@ struct DataSetInfo {
     std::vector<Count> patches;     // name and number of faces
     std::vector<Array> arrays;
     std::vector<double> times;
+    bool hasSeries = false;  // a phase fraction over several times; see SeriesOptions
 };
 DataSetInfo describeDataSet(const std::string& file, const std::string& time);
 

@@ -20,14 +20,6 @@ namespace {
 
 constexpr double none = std::numeric_limits<double>::max();
 
-bool startsWithAlpha(const std::string& name) {
-    constexpr std::string_view start = "alpha";
-    return name.size() >= start.size() &&
-           std::equal(start.begin(), start.end(), name.begin(), [](char a, char b) {
-               return a == std::tolower(static_cast<unsigned char>(b));
-           });
-}
-
 std::string listOf(const std::vector<std::string>& names) {
     std::string list;
     for (const std::string& name : names) {
@@ -39,7 +31,7 @@ std::string listOf(const std::vector<std::string>& names) {
 std::vector<std::string> phaseFractions(const GridArrays& arrays) {
     std::vector<std::string> names;
     for (const auto& [name, array] : arrays.cells) {
-        if (startsWithAlpha(name) && array.components == 1 && array.grids == arrays.grids) {
+        if (isPhaseFraction(name, array.components) && array.grids == arrays.grids) {
             names.push_back(name);
         }
     }
@@ -193,6 +185,14 @@ bool isWanted(Ranks& ranks, const PieceList& list, const OpenedDataSet& opened,
 }
 
 }  // namespace
+
+bool isPhaseFraction(const std::string& name, int components) {
+    constexpr std::string_view start = "alpha";
+    return components == 1 && name.size() >= start.size() &&
+           std::equal(start.begin(), start.end(), name.begin(), [](char a, char b) {
+               return a == std::tolower(static_cast<unsigned char>(b));
+           });
+}
 
 std::optional<SeriesFill> deriveFillTime(Ranks& ranks, const PieceList& list,
                                          const std::vector<OwnPiece>& pieces,

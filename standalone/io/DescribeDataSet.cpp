@@ -10,6 +10,7 @@
 #include <map>
 
 #include "DataSet.h"
+#include "DeriveFillTime.h"
 #include "GridCells.h"
 #include "GridCheck.h"
 #include "OpenDataSet.h"
@@ -95,6 +96,12 @@ void addBox(vtkDataSet* grid, DataSetInfo& info, bool isFirst) {
                                std::max(high.z, info.high.z)};
 }
 
+bool hasPhaseFraction(const std::vector<DataSetInfo::Array>& arrays) {
+    return std::any_of(arrays.begin(), arrays.end(), [](const auto& array) {
+        return array.where == "cells" && isPhaseFraction(array.name, array.components);
+    });
+}
+
 // Each part of a decomposed case has some of a patch's faces.
 void addSurfaces(const std::vector<Block>& surfaces, bool isCase,
                  std::vector<DataSetInfo::Count>& patches) {
@@ -152,6 +159,7 @@ DataSetInfo describeDataSet(const std::string& file, const std::string& time) {
         info.patches.push_back({patchNames[number], faces});
     }
     addSurfaces(opened.surfaces, list.isCase(), info.patches);
+    info.hasSeries = info.times.size() > 1 && hasPhaseFraction(info.arrays);
     return info;
 }
 

@@ -13,14 +13,25 @@ namespace {
 
 constexpr std::string_view blanks = " \t\r\n";
 
+// How far ahead the first of these characters is, or the end of the file.
+std::size_t distanceTo(FileWindow& window, std::string_view characters) {
+    std::size_t known = 0;
+    for (;;) {
+        const std::size_t found = window.ahead().find_first_of(characters, known);
+        if (found != std::string_view::npos) return found;
+        known = window.ahead().size();
+        if (!window.extend()) return known;
+    }
+}
+
 }  // namespace
 
 void GmshCursor::fail(const std::string& reason) const {
-    failOnInput(file_, "the gmsh file is damaged or incomplete (" + reason + ")");
+    failOnInput(file(), "the gmsh file is damaged or incomplete (" + reason + ")");
 }
 
 std::string GmshCursor::nextSection() {
-    while (at_ < bytes_.size()) {
+    while (!window_.ahead().empty() || window_.extend()) {
         const std::string text = line();
         if (text.starts_with('$')) return text.substr(1);
     }
@@ -28,16 +39,25 @@ std::string GmshCursor::nextSection() {
 }
 
 void GmshCursor::leaveSection(const std::string& name) {
-    const std::size_t end = bytes_.find("$End" + name, at_);
-    if (end == std::string::npos) fail("'$End" + name + "' is missing");
-    at_ = end;
-    line();
+    const std::string end = "$End" + name;
+    for (;;) {
+        const std::string_view ahead = window_.ahead();
+        const std::size_t found = ahead.find(end);
+        if (found != std::string_view::npos) {
+            window_.pass(found);
+            line();
+            return;
+        }
+        // The end may have started.
+        window_.pass(ahead.size() - std::min(ahead.size(), end.size() - 1));
+        if (!window_.extend()) fail("'" + end + "' is missing");
+    }
 }
 
 std::string GmshCursor::line() {
-    const std::size_t end = std::min(bytes_.find('\n', at_), bytes_.size());
-    std::string text = bytes_.substr(at_, end - at_);
-    at_ = std::min(end + 1, bytes_.size());
+    const std::size_t length = distanceTo(window_, "\n");
+    std::string text(window_.ahead().substr(0, length));
+    window_.pass(std::min(length + 1, window_.ahead().size()));
     while (!text.empty() && blanks.find(text.back()) != std::string_view::npos) text.pop_back();
     return text;
 }
@@ -52,11 +72,18 @@ std::int64_t GmshCursor::lineNumber() {
     return value;
 }
 
+// The view ends with the next move.
 std::string_view GmshCursor::word() {
-    const std::size_t begin = bytes_.find_first_not_of(blanks, at_);
-    if (begin == std::string::npos) fail("it ends too early");
-    at_ = std::min(bytes_.find_first_of(blanks, begin), bytes_.size());
-    return std::string_view(bytes_).substr(begin, at_ - begin);
+    for (;;) {
+        const std::size_t begin = window_.ahead().find_first_not_of(blanks);
+        window_.pass(std::min(begin, window_.ahead().size()));
+        if (begin != std::string_view::npos) break;
+        if (!window_.extend()) fail("it ends too early");
+    }
+    const std::size_t length = distanceTo(window_, blanks);
+    const std::string_view word = window_.ahead().substr(0, length);
+    window_.pass(length);
+    return word;
 }
 
 template <class Number>
@@ -72,10 +99,11 @@ Number GmshCursor::text() {
 
 template <class Number>
 Number GmshCursor::binary() {
-    if (bytes_.size() - at_ < sizeof(Number)) fail("it ends too early");
     Number value{};
-    std::memcpy(&value, bytes_.data() + at_, sizeof value);
-    at_ += sizeof value;
+    while (window_.ahead().size() < sizeof value)
+        if (!window_.extend()) fail("it ends too early");
+    std::memcpy(&value, window_.ahead().data(), sizeof value);
+    window_.pass(sizeof value);
     return value;
 }
 
@@ -94,9 +122,21 @@ double GmshCursor::real() {
 std::size_t GmshCursor::count(std::int64_t items, std::size_t numbersEach) const {
     // A number in text is a digit and a blank at least.
     const std::size_t bytesEach = numbersEach * (isBinary_ ? 4 : 2);
-    if (items < 0 || static_cast<std::uint64_t>(items) > bytes_.size() / bytesEach)
+    if (items < 0 || static_cast<std::uint64_t>(items) > window_.size() / bytesEach)
         fail("it announces " + std::to_string(items) + " items, more than it can hold");
     return static_cast<std::size_t>(items);
+}
+
+void GmshCursor::passBytes(std::size_t items, std::size_t bytesEach) {
+    const std::uint64_t left = window_.size() - std::min(window_.at(), window_.size());
+    if (items > left / bytesEach) fail("it ends too early");
+    window_.goTo(window_.at() + items * bytesEach);
+}
+
+void GmshCursor::goBack(std::uint64_t place) {
+    if (window_.isChanged())
+        failOnInput(file(), "the file was changed while it was read; read it again");
+    window_.goTo(place);
 }
 
 }  // namespace weldline

@@ -5,14 +5,18 @@
 #include <string>
 #include <string_view>
 
+#include "FileWindow.h"
+
 namespace weldline {
 
-// Goes through the bytes of a gmsh .msh file, whose numbers are text or binary. Never leaves the
-// file: what ends too early or is no number throws InputError.
+// Goes through a gmsh .msh file, whose numbers are text or binary. A window of the file is in
+// memory at a time. Never leaves the file: what ends too early or is no number throws InputError.
 class GmshCursor {
   public:
-    GmshCursor(std::string file, std::string bytes)
-        : file_(std::move(file)), bytes_(std::move(bytes)) {}
+    explicit GmshCursor(const std::string& file, std::size_t windowGrowth = 65536)
+        : window_(file, windowGrowth) {}
+
+    const std::string& file() const { return window_.file(); }
 
     // Numbers are binary from here on; lines stay text.
     void startBinary() { isBinary_ = true; }
@@ -36,6 +40,13 @@ class GmshCursor {
     // file cannot hold them.
     std::size_t count(std::int64_t items, std::size_t numbersEach) const;
 
+    void passBytes(std::size_t items, std::size_t bytesEach);
+
+    std::uint64_t place() const { return window_.at(); }
+
+    // To a place where the cursor has been. Refused where the file has been changed since.
+    void goBack(std::uint64_t place);
+
     [[noreturn]] void fail(const std::string& reason) const;
 
   private:
@@ -45,9 +56,7 @@ class GmshCursor {
     template <class Number>
     Number text();
 
-    std::string file_;
-    std::string bytes_;
-    std::size_t at_ = 0;
+    FileWindow window_;
     bool isBinary_ = false;
 };
 

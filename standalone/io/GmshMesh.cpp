@@ -3,7 +3,6 @@
 #include <vtkCellType.h>
 
 #include <array>
-#include <charconv>
 #include <cmath>
 #include <cstdlib>
 #include <map>
@@ -12,7 +11,6 @@
 
 #include "GmshCursor.h"
 #include "OpenDataSet.h"
-#include "base/ReadFile.h"
 
 namespace weldline {
 
@@ -32,8 +30,7 @@ const std::map<std::int64_t, Shape> shapes{{1, {VTK_LINE, 1, 2}},       {2, {VTK
 
 class GmshParser {
   public:
-    GmshParser(const std::string& file, std::string bytes)
-        : file_(file), cursor_(file, std::move(bytes)) {}
+    explicit GmshParser(GmshCursor& cursor) : cursor_(cursor) {}
 
     GmshMesh parse() {
         readFormat();
@@ -52,13 +49,15 @@ class GmshParser {
 
     void readFormat() {
         if (cursor_.line() != "$MeshFormat")
-            failOnInput(file_, "the file holds no gmsh mesh: it does not start with '$MeshFormat'");
+            failOnInput(cursor_.file(),
+                        "the file holds no gmsh mesh: it does not start with '$MeshFormat'");
         const std::string format = cursor_.line();
         const bool isOld = format.starts_with("2");
         if (format.empty()) cursor_.fail("it ends too early");
         if (!isOld && !format.starts_with("4.1 "))
-            failOnInput(file_, "gmsh format '" + format.substr(0, 20) +
-                                   "'; 2.2 and 4.1 can be read (gmsh -format msh41 writes it)");
+            failOnInput(cursor_.file(),
+                        "gmsh format '" + format.substr(0, 20) +
+                            "'; 2.2 and 4.1 can be read (gmsh -format msh41 writes it)");
         isNew_ = !isOld;
         const std::size_t kind = format.find(' ');
         if (kind == std::string::npos || !format.ends_with(" 8"))
@@ -66,7 +65,8 @@ class GmshParser {
         if (format[kind + 1] == '1') {
             cursor_.startBinary();
             if (cursor_.integer() != 1)
-                failOnInput(file_, "the gmsh file has another order of bytes; write it in text");
+                failOnInput(cursor_.file(),
+                            "the gmsh file has another order of bytes; write it in text");
         }
         cursor_.leaveSection("MeshFormat");
     }
@@ -76,7 +76,7 @@ class GmshParser {
         if (name == "Entities" && isNew_) readEntities();
         if (name == "Nodes") isNew_ ? readNodeBlocks() : readNodes();
         if (name == "Elements") isNew_ ? readElementBlocks() : readElements();
-        if (name == "ElementData") readElementData();
+        if (name == "ElementData") mesh_.data.push_back(passElementData(cursor_));
     }
 
     // dimension, number and "name" in a line, also in binary files
@@ -150,8 +150,9 @@ class GmshParser {
     const Shape& shapeOf(std::int64_t type) const {
         const auto shape = shapes.find(type);
         if (shape == shapes.end())
-            failOnInput(file_, "the gmsh file has elements of type " + std::to_string(type) +
-                                   "; elements of first order can be read (gmsh -order 1)");
+            failOnInput(cursor_.file(),
+                        "the gmsh file has elements of type " + std::to_string(type) +
+                            "; elements of first order can be read (gmsh -order 1)");
         return shape->second;
     }
 
@@ -213,45 +214,6 @@ class GmshParser {
         }
     }
 
-    std::size_t lineCount() { return cursor_.count(cursor_.lineNumber(), 1); }
-
-    double timeOf(const std::string& text) const {
-        double time = 0.0;
-        const auto read = std::from_chars(text.data(), text.data() + text.size(), time);
-        if (read.ec != std::errc() || !std::isfinite(time))
-            cursor_.fail("'" + text.substr(0, 40) + "' is no time");
-        return time;
-    }
-
-    // Texts, real numbers and whole numbers, each after their count, are lines in any file.
-    void readElementData() {
-        GmshMesh::Data data;
-        for (std::size_t i = 0, texts = lineCount(); i < texts; ++i) {
-            const std::string text = cursor_.line();
-            if (i == 0) data.name = text.size() < 2 ? text : text.substr(1, text.size() - 2);
-        }
-        for (std::size_t i = 0, reals = lineCount(); i < reals; ++i) {
-            const std::string text = cursor_.line();
-            if (i == 0) data.time = timeOf(text);
-        }
-        std::array<std::int64_t, 3> numbers{};  // step, components, elements
-        const std::int64_t given = cursor_.lineNumber();
-        for (std::int64_t i = 0; i < given; ++i) {
-            const std::int64_t number = cursor_.lineNumber();
-            if (i < 3) numbers.at(static_cast<std::size_t>(i)) = number;
-        }
-        if (data.name.empty() || numbers[1] < 1 || numbers[1] > 9)
-            cursor_.fail("a field has no name, or not 1 to 9 components");
-        data.components = static_cast<int>(numbers[1]);
-        data.elements.resize(cursor_.count(numbers[2], 2));
-        data.values.reserve(data.elements.size() * static_cast<std::size_t>(data.components));
-        for (std::int64_t& element : data.elements) {
-            element = cursor_.integer();
-            for (int i = 0; i < data.components; ++i) data.values.push_back(cursor_.real());
-        }
-        mesh_.data.push_back(std::move(data));
-    }
-
     void numberPatches() {
         std::map<std::int64_t, int> patchOf;
         for (const std::int64_t group : groups_)
@@ -266,8 +228,7 @@ class GmshParser {
             mesh_.patches.push_back(group == 0 ? -1 : patchOf[group]);
     }
 
-    const std::string& file_;
-    GmshCursor cursor_;
+    GmshCursor& cursor_;
     GmshMesh mesh_;
     bool isNew_ = false;
     bool hasNodes_ = false;
@@ -280,10 +241,8 @@ class GmshParser {
 
 }  // namespace
 
-GmshMesh readGmshMesh(const std::string& file) {
-    std::string bytes;
-    if (!readWholeFile(file, bytes)) failOnInput(file, "the file cannot be read");
-    return GmshParser(file, std::move(bytes)).parse();
+GmshMesh readGmshMesh(GmshCursor& cursor) {
+    return GmshParser(cursor).parse();
 }
 
 }  // namespace weldline

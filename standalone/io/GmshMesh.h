@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "GmshData.h"
 #include "mesh/Rows.h"
 #include "mesh/Vec3.h"
 
@@ -11,15 +12,6 @@ namespace weldline {
 
 // What a gmsh .msh file holds, as far as it is of use here.
 struct GmshMesh {
-    // One $ElementData section: values of some elements at one time.
-    struct Data {
-        std::string name;
-        double time = 0.0;
-        int components = 1;
-        std::vector<std::int64_t> elements;  // by the file's number
-        std::vector<double> values;          // components of one element after another
-    };
-
     std::vector<Vec3> points;
 
     // Volume elements, and the surface elements of physical groups. Points and lines, and surface
@@ -30,10 +22,11 @@ struct GmshMesh {
     Rows nodes;
 
     std::vector<std::string> patchNames;  // of the groups that occur, by ascending number
-    std::vector<Data> data;
+    std::vector<GmshData> data;
 };
 
-// Reads format 2.x or 4.1, text or binary, first-order elements. Throws InputError.
-GmshMesh readGmshMesh(const std::string& file);
+// Reads format 2.x or 4.1, text or binary, first-order elements. The cursor stands at the start of
+// the file. Throws InputError.
+GmshMesh readGmshMesh(GmshCursor& cursor);
 
 }  // namespace weldline

@@ -1,5 +1,5 @@
 // A gmsh .msh file as a grid: volume elements, surface elements of physical groups as patches, and
-// the fields that the elements have at each time.
+// the fields that the elements have at each time, which stay in the file until they are asked for.
 #include <vtkCellData.h>
 #include <vtkDoubleArray.h>
 #include <vtkFieldData.h>
@@ -57,13 +57,16 @@ vtkSmartPointer<vtkUnstructuredGrid> gridOf(const GmshMesh& mesh) {
 
 class GmshReader : public TimeReader {
   public:
-    explicit GmshReader(const std::string& file) : mesh_(readGmshMesh(file)), grid_(gridOf(mesh_)) {
+    explicit GmshReader(const std::string& file) : cursor_(file) {
+        GmshMesh mesh = readGmshMesh(cursor_);
+        grid_ = gridOf(mesh);
         checkGrid(file, grid_);
-        for (std::size_t e = 0; e < mesh_.elements.size(); ++e) {
-            cellOf_.emplace(mesh_.elements[e], static_cast<vtkIdType>(e));
+        for (std::size_t e = 0; e < mesh.elements.size(); ++e) {
+            cellOf_.emplace(mesh.elements[e], static_cast<vtkIdType>(e));
         }
+        data_ = std::move(mesh.data);
         std::set<double> times;
-        for (const GmshMesh::Data& data : mesh_.data) {
+        for (const GmshData& data : data_) {
             times.insert(data.time);
         }
         times_.assign(times.begin(), times.end());
@@ -85,12 +88,12 @@ class GmshReader : public TimeReader {
   private:
     // Of each field what it holds at the time. Fields may be written at times of their own, so the
     // last one before counts, too, except in a series, which needs the times as they are.
-    std::map<std::string, const GmshMesh::Data*> fieldsAt(std::optional<double> time) const {
-        std::map<std::string, const GmshMesh::Data*> fields;
-        for (const GmshMesh::Data& data : mesh_.data) {
+    std::map<std::string, const GmshData*> fieldsAt(std::optional<double> time) const {
+        std::map<std::string, const GmshData*> fields;
+        for (const GmshData& data : data_) {
             const bool isWanted =
                 only_.empty() ? data.time <= time : data.name == only_ && data.time == time;
-            const GmshMesh::Data*& known = fields[data.name];
+            const GmshData*& known = fields[data.name];
             if (isWanted && (known == nullptr || data.time >= known->time)) {
                 known = &data;
             }
@@ -100,24 +103,23 @@ class GmshReader : public TimeReader {
     }
 
     // Elements without a value have none: NaN.
-    void addField(const GmshMesh::Data& data, vtkUnstructuredGrid* grid) const {
+    void addField(const GmshData& data, vtkUnstructuredGrid* grid) {
         vtkNew<vtkDoubleArray> array;
         array->SetName(data.name.c_str());
         array->SetNumberOfComponents(data.components);
         array->SetNumberOfTuples(grid->GetNumberOfCells());
         array->Fill(std::numeric_limits<double>::quiet_NaN());
-        const double* value = data.values.data();
-        for (const std::int64_t element : data.elements) {
+        readElementData(cursor_, data, [&](std::int64_t element, const double* values) {
             const auto cell = cellOf_.find(element);
             if (cell != cellOf_.end()) {
-                array->SetTuple(cell->second, value);
+                array->SetTuple(cell->second, values);
             }
-            value += data.components;
-        }
+        });
         grid->GetCellData()->AddArray(array);
     }
 
-    GmshMesh mesh_;
+    GmshCursor cursor_;
+    std::vector<GmshData> data_;
     vtkSmartPointer<vtkUnstructuredGrid> grid_;
     std::unordered_map<std::int64_t, vtkIdType> cellOf_;
     std::vector<double> times_;

@@ -6,6 +6,7 @@
 #include <span>
 #include <utility>
 
+#include "FrontApproach.h"
 #include "mesh/NodeSets.h"
 
 namespace weldline {
@@ -13,7 +14,8 @@ namespace weldline {
 namespace {
 
 constexpr double firstShare = 0.05;
-constexpr double lastShare = 0.02;
+constexpr double lastShare = 0.25;
+constexpr double slowestShare = 1.1;     // of the lower quartile
 constexpr double leastCosine = 0.70711;  // a flow along a diagonal stays out
 
 struct Span {
@@ -100,25 +102,41 @@ void addBox(Ranks& ranks, const FvMesh& mesh, const std::vector<int>& faces, Mad
     made.high = {ranks.maximum(high.x), ranks.maximum(high.y), ranks.maximum(high.z)};
 }
 
+std::vector<int> inletsIn(const FvMesh& mesh, const BoundaryGroups& groups,
+                          const std::vector<float>& fillTime, const std::vector<Vec3>& directions,
+                          Span span) {
+    const double until = span.first + firstShare * (span.last - span.first);
+    std::vector<int> inlets;
+    for (int c = 0; c < mesh.cellCount(); ++c)
+        if (fillTime[c] > 0.0F && fillTime[c] <= until)
+            addSteepWalls(mesh, groups, c, -1.0 * directions[c], inlets);
+    std::sort(inlets.begin(), inlets.end());
+    return inlets;
+}
+
+std::vector<int> outletsIn(const RankPart& part, const FvMesh& mesh, const BoundaryGroups& groups,
+                           const std::vector<float>& fillTime, Span span) {
+    const FrontApproach approach = frontApproach(part, mesh, fillTime);
+    const double slowest = slowestShare * lowerQuartile(part.ranks, approach.slowness);
+    const double from = span.last - lastShare * (span.last - span.first);
+    std::vector<int> outlets;
+    for (int c = 0; c < mesh.cellCount(); ++c)
+        if (fillTime[c] > 0.0F && fillTime[c] >= from && approach.slowness[c] <= slowest)
+            addSteepWalls(mesh, groups, c, approach.direction[c], outlets);
+    std::sort(outlets.begin(), outlets.end());
+    return outlets;
+}
+
 }  // namespace
 
-Openings findOpenings(Ranks& ranks, const FvMesh& mesh, const BoundaryGroups& groups,
+Openings findOpenings(const RankPart& part, const FvMesh& mesh, const BoundaryGroups& groups,
                       const std::vector<float>& fillTime, const std::vector<Vec3>& directions) {
-    const Span span = spanOf(ranks, fillTime);
-    const bool wantsInlets = !hasKind(ranks, groups, GroupKind::Inlet);
-    const bool wantsOutlets = !hasKind(ranks, groups, GroupKind::Outlet);
-    const double until = span.first + firstShare * (span.last - span.first);
-    const double from = span.last - lastShare * (span.last - span.first);
+    const Span span = spanOf(part.ranks, fillTime);
     Openings openings;
-    for (int c = 0; c < mesh.cellCount(); ++c) {
-        if (fillTime[c] <= 0.0F) continue;
-        const bool isFirst = wantsInlets && fillTime[c] <= until;
-        const bool isLast = wantsOutlets && fillTime[c] >= from;
-        if (isFirst) addSteepWalls(mesh, groups, c, -1.0 * directions[c], openings.inlets);
-        if (isLast) addSteepWalls(mesh, groups, c, directions[c], openings.outlets);
-    }
-    std::sort(openings.inlets.begin(), openings.inlets.end());
-    std::sort(openings.outlets.begin(), openings.outlets.end());
+    if (!hasKind(part.ranks, groups, GroupKind::Inlet))
+        openings.inlets = inletsIn(mesh, groups, fillTime, directions, span);
+    if (!hasKind(part.ranks, groups, GroupKind::Outlet))
+        openings.outlets = outletsIn(part, mesh, groups, fillTime, span);
     return openings;
 }
 
@@ -139,7 +157,7 @@ std::vector<MadePatch> makePatches(Ranks& ranks, const FvMesh& mesh, const Openi
         all.push_back(std::move(made));
     };
     make("filled first", GroupKind::Inlet, openings.inlets, patterns.inlet);
-    make("filled last", GroupKind::Outlet, openings.outlets, patterns.outlet);
+    make("front runs out", GroupKind::Outlet, openings.outlets, patterns.outlet);
     patches.insert(patches.end(), std::make_move_iterator(more.begin()),
                    std::make_move_iterator(more.end()));
     return all;

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "comm/Ranks.h"
+#include "bind/RankPart.h"
 #include "mesh/BoundaryGroups.h"
 #include "mesh/FvMesh.h"
 
@@ -17,11 +17,12 @@ struct Openings {
 };
 
 // Inlets lie on cells that are reached within the first twentieth of the filling, and the flow
-// leads away from them; outlets on cells that are reached within the last fiftieth, and the flow
-// leads towards them; at less than 45 degrees from the normal of the face. Inlets are looked for
-// only where `groups` has none on any rank, outlets likewise. `fillTime` and `directions` per cell,
-// 0 where not reached. Collective.
-Openings findOpenings(Ranks& ranks, const FvMesh& mesh, const BoundaryGroups& groups,
+// leads away from them. Outlets lie where the front runs out: on cells of the last quarter, towards
+// which it comes as fast as to the faster cells of the part; it is slowed down where air has to go
+// aside. Both at less than 45 degrees from the normal of the face. Inlets are looked for only where
+// `groups` has none on any rank, outlets likewise. `fillTime` and `directions` per cell, 0 where
+// not reached. Collective.
+Openings findOpenings(const RankPart& part, const FvMesh& mesh, const BoundaryGroups& groups,
                       const std::vector<float>& fillTime, const std::vector<Vec3>& directions);
 
 // A patch made of found faces, of the whole part.

@@ -122,6 +122,54 @@ TEST_F(FillTimeCommand, input_without_a_series) {
                 {"gone.pvd", "no such file"});
 }
 
+// The first twentieth of the filling, from 0.05 to 0.07, is that of the two cells at either end,
+// each with one face there.
+TEST_F(FillTimeCommand, info_proposes_inlets_from_the_series_and_says_so) {
+    const std::string input = series(steps);
+    const Outcome outcome = weldline({"info", input});
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(outcome.err, "");
+    EXPECT_TRUE(contains(outcome.out, "4 faces that fill first")) << outcome.out;
+    EXPECT_TRUE(
+        contains(outcome.out, "Fill time    made from 'alpha.melt' at 6 times, up to 0.1 "));
+    const Json info = Json::parse(weldline({"info", input, "--json", "-"}).out);
+    ASSERT_FALSE(info["proposed"].empty());
+    EXPECT_EQ(info["proposed"][0]["faces"], 4);
+    EXPECT_EQ(info["proposedFrom"]["field"], "alpha.melt");
+    EXPECT_EQ(info["proposedFrom"]["series"]["times"], 6);
+    EXPECT_NEAR(info["proposedFrom"]["series"]["largestStep"].get<double>(), 0.1, 1e-12);
+    EXPECT_EQ(info["proposedFrom"]["series"]["level"], 0.5);
+    const Outcome run = weldline({"analyze", input, "--auto-groups"});
+    EXPECT_TRUE(contains(run.out, "inlet 4 (filled first)")) << run.out;
+}
+
+TEST_F(FillTimeCommand, info_shows_its_progress_on_a_terminal) {
+    Setting setting;
+    setting.terminal = true;
+    setting.environment = {{"TERM", "xterm"}};
+    const Outcome outcome = weldline({"info", series(steps)}, setting);
+    EXPECT_TRUE(contains(outcome.out, "[1/2] reading run.pvd")) << outcome.out;
+    EXPECT_TRUE(contains(outcome.out, "[2/2] fill time from 'alpha.melt': time 6 of 6"));
+}
+
+// What the data set holds at the last time is told even so.
+TEST_F(FillTimeCommand, info_of_a_series_that_cannot_be_used) {
+    const std::string input = series(steps);
+    SampleMesh other = plate(5, 2, 1);
+    addCellArray(other, "alpha.melt", [](SampleMesh::Point) { return 1.0; });
+    write("step2.vtu", other);
+    const Outcome outcome = weldline({"info", input});
+    EXPECT_EQ(outcome.exitCode, 0);
+    EXPECT_EQ(linesWith(outcome.err, ""), 1) << outcome.err;
+    EXPECT_TRUE(contains(outcome.err, "note: inlets and outlets cannot be proposed: '" + input +
+                                          "': the number of cells changes: 10 at time 0.2"))
+        << outcome.err;
+    EXPECT_TRUE(contains(outcome.out, "20 Hexahedron"));
+    EXPECT_FALSE(contains(outcome.out, "Proposal"));
+    const Json info = Json::parse(weldline({"info", input, "--json", "-"}).out);
+    EXPECT_EQ(info["proposedFrom"], Json());
+}
+
 TEST_F(FillTimeCommand, wrong_usage) {
     const std::string input = series(steps);
     expectError(weldline({"filltime", input}), 2, {"--output"});

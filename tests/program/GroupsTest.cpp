@@ -42,6 +42,7 @@ TEST_F(AutoGroups, info_proposes_them) {
     EXPECT_EQ(info["proposed"][0]["patches"], Json::array());
     EXPECT_EQ(info["proposed"][1]["group"], "outlet");
     EXPECT_EQ(info["proposed"][1]["box"]["low"][0], 1.0);
+    EXPECT_EQ(info["proposedFrom"], (Json{{"field", "FillTime"}, {"series", nullptr}}));
 }
 
 TEST_F(AutoGroups, info_proposes_nothing_without_a_fill_time) {
@@ -67,10 +68,10 @@ TEST_F(AutoGroups, are_named_in_table_and_json) {
         Json::parse(weldline({"analyze", oneFront(), "--auto-groups", "--json", "-"}).out);
     EXPECT_EQ(patch(j, "filled first")["group"], "inlet");
     EXPECT_EQ(patch(j, "filled first")["faces"], 9);
-    EXPECT_EQ(patch(j, "filled last")["group"], "outlet");
+    EXPECT_EQ(patch(j, "front runs out")["group"], "outlet");
     EXPECT_EQ(j["mesh"]["groups"]["inlet"], 9);
     EXPECT_EQ(j["mesh"]["groups"]["outlet"], 9);
-    EXPECT_TRUE(contains(j["remarks"].dump(), "filled last"));
+    EXPECT_TRUE(contains(j["remarks"].dump(), "front runs out"));
 }
 
 // The result keeps them: what explains it calculates with the same groups.

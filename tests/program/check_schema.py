@@ -1,4 +1,6 @@
-"""check_schema.py PROGRAM SCHEMAS INPUT: what the program writes is what its schemas say."""
+"""check_schema.py PROGRAM SCHEMAS INPUT SERIES: what the program writes is what its schemas say.
+
+INPUT holds a fill time, SERIES a phase fraction over time."""
 
 import json
 import pathlib
@@ -20,7 +22,7 @@ def refuses(validator, document, change):
 
 
 def main():
-    program, schemas, case = sys.argv[1], pathlib.Path(sys.argv[2]), sys.argv[3]
+    program, schemas, case, series = sys.argv[1], pathlib.Path(sys.argv[2]), *sys.argv[3:]
     with tempfile.TemporaryDirectory() as name:
         folder = pathlib.Path(name)
         subprocess.run([program, "analyze", case, "--json", folder / "s.json", "-o",
@@ -31,6 +33,10 @@ def main():
         subprocess.run([program, "check", case, "--json", folder / "c.json"], check=True,
                        stdout=subprocess.DEVNULL)
         checked = json.loads((folder / "c.json").read_text())
+        informed = [json.loads(subprocess.run(
+            [program, "info", data, "--inlet", "nobody", "--outlet", "nobody", "--json", "-"],
+            check=True, stdout=subprocess.PIPE).stdout)
+            for data in (case, series)]
         page = (folder / "r.html").read_text()
     validator = schema(schemas, "summary-1.json")
     validator.validate(summary)
@@ -41,6 +47,12 @@ def main():
     validator.validate(checked)
     assert refuses(validator, checked, lambda c: c["findings"][0].pop("value"))
     assert refuses(validator, checked, lambda c: c["findings"][0].update({"level": "fine"}))
+    validator = schema(schemas, "info-1.json")
+    for info in informed:
+        validator.validate(info)
+        assert refuses(validator, info, lambda i: i["proposed"][0].pop("faces"))
+        assert refuses(validator, info, lambda i: i["proposedFrom"].pop("series"))
+    assert [info["proposedFrom"]["field"] for info in informed] == ["FillTime", "alpha"]
     data = page.split('id="report-data">', 1)[1].split("</script>", 1)[0]
     document = json.loads(data)
     validator = schema(schemas, "report-1.json")

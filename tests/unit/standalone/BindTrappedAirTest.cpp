@@ -11,7 +11,6 @@
 #include "JoinedPart.h"
 #include "bind/TrappedAir.h"
 #include "comm/ThreadRanks.h"
-#include "partition/SplitMesh.h"
 
 namespace weldline::test {
 
@@ -104,12 +103,7 @@ TEST(TrappedAir, gets_the_same_times_on_any_number_of_ranks) {
               std::count(times.begin(), times.end(), 0.0F));
     EXPECT_EQ(alone, expected);
     for (const int ranks : {2, 5}) {
-        std::vector<int> partOfCell(times.size());
-        for (unsigned c = 0; c < times.size(); ++c)
-            partOfCell[c] = static_cast<int>(hashed(c, 4, 5, 6) * ranks);
-        MeshSplitter splitter(whole, partOfCell, ranks);
-        std::vector<MeshPart> parts;
-        for (int p = 0; p < ranks; ++p) parts.push_back(splitter.part(p));
+        const std::vector<MeshPart> parts = cutAtRandom(whole, ranks);
         runAsThreads(ranks, [&](Ranks& comm) {
             const JoinedPart own(comm, parts[static_cast<std::size_t>(comm.rank())]);
             const RankPart part{comm, own.interface, own.part.nodeNumber};

@@ -20,7 +20,7 @@ class OpeningsOfRow : public testing::Test {
     Openings find(const std::vector<float>& times, const std::vector<Vec3>& directions,
                   std::string_view sides = "WWWWWW") {
         mesh = boxMesh(static_cast<int>(times.size()), 1, 1);
-        return findOpenings(ranks, mesh, boxGroups(mesh, sides), times, directions);
+        return findOpenings(UncutMesh().part(), mesh, boxGroups(mesh, sides), times, directions);
     }
 
     // The x of the middles of faces.
@@ -49,18 +49,43 @@ TEST_F(OpeningsOfRow, two_gates) {
     EXPECT_TRUE(openings.outlets.empty());
 }
 
-// A twentieth of 100 after the first, a fiftieth before the last.
-TEST_F(OpeningsOfRow, lie_on_cells_that_fill_in_the_first_or_last_moments) {
+// A twentieth of 100 after the first.
+TEST_F(OpeningsOfRow, inlets_lie_on_cells_that_fill_in_the_first_moments) {
     const auto inlets = [&](float time) {
         return find({time, 1, 50, 101}, {right, left, right, right}).inlets.size();
     };
     EXPECT_EQ(inlets(6.0F), 1U);
     EXPECT_EQ(inlets(6.1F), 0U);
+}
+
+// From the middle to both ends, slower to the left: 50 there, and to the right half of what the
+// time of its end is after the first. A quarter of 100 before the last is 76.
+TEST_F(OpeningsOfRow, outlets_lie_on_cells_of_the_last_quarter) {
     const auto outlets = [&](float time) {
-        return find({1, 50, 101, time}, {right, right, left, right}).outlets.size();
+        const float half = 1.0F + (time - 1.0F) / 2.0F;
+        return places(find({101, 51, 1, half, time}, {left, left, right, right, right}).outlets);
     };
-    EXPECT_EQ(outlets(99.0F), 1U);
-    EXPECT_EQ(outlets(98.9F), 0U);
+    EXPECT_EQ(outlets(76.0F), Places{5.0});
+    EXPECT_EQ(outlets(75.0F), Places{});
+}
+
+// The front takes 1 per cell, and over the last three cells 3.2 or 3.4: up to a tenth more is
+// taken.
+TEST_F(OpeningsOfRow, outlets_lie_where_the_front_is_not_slowed_down) {
+    const auto outlets = [&](float last) {
+        return find({1, 2, 3, 4, 5, 6, 7, last}, std::vector<Vec3>(8, right)).outlets.size();
+    };
+    EXPECT_EQ(outlets(8.0F), 1U);
+    EXPECT_EQ(outlets(8.2F), 1U);
+    EXPECT_EQ(outlets(8.4F), 0U);
+}
+
+// The last of two by two cells is reached along the diagonal.
+TEST_F(OpeningsOfRow, a_front_along_a_diagonal_runs_out_nowhere) {
+    mesh = boxMesh(2, 2, 1);
+    const Openings openings = findOpenings(UncutMesh().part(), mesh, boxGroups(mesh, "WWWWWW"),
+                                           {1, 2, 2, 3}, std::vector<Vec3>(4));
+    EXPECT_TRUE(openings.outlets.empty());
 }
 
 TEST_F(OpeningsOfRow, flow_along_a_wall_or_a_diagonal_opens_none) {
@@ -112,7 +137,7 @@ TEST_F(OpeningsOfRow, become_patches_that_the_patterns_find) {
     EXPECT_EQ(groups.patches[0].faces, lastIsOutlet ? 12 : 11);
     EXPECT_EQ(groups.patches[2].name, "filled first");
     EXPECT_EQ(groups.patches[2].kind, GroupKind::Inlet);
-    EXPECT_EQ(groups.patches[3].name, "filled last");
+    EXPECT_EQ(groups.patches[3].name, "front runs out");
     EXPECT_EQ(groups.patches[3].kind, GroupKind::Outlet);
     EXPECT_EQ(groups.kinds[static_cast<std::size_t>(openings.inlets[0])], GroupKind::Inlet);
 }
