@@ -146,7 +146,8 @@ def large_table(results):
 def setting(results):
     m = results["machine"]
     return (f"{m['processor']}, {m['cores']} cores of which one is used; "
-            f"{m['compiler']}, -O3.")
+            f"{m['compiler']}, -O3; "
+            f"{'large' if m['large_pages'] else 'small'} pages under large arrays.")
 
 
 def tables(results):
