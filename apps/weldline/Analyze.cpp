@@ -142,6 +142,11 @@ BoundaryGroups assignGroups(const RankPart& part, const AnalyzeOptions& options,
     return groups;
 }
 
+// Not every format of a result takes every cell.
+void checkShapes(const std::string& result, const CellMesh& mesh) {
+    if (isExodusName(result)) refusePolyhedra(result, mesh);
+}
+
 Summary run(Ranks& ranks, const AnalyzeOptions& options, Progress& progress) {
     // Refuse what cannot end well before the long work starts. The library reads its control text
     // from, and writes its trace to, a private folder of each rank, so that nothing half done is
@@ -157,8 +162,7 @@ Summary run(Ranks& ranks, const AnalyzeOptions& options, Progress& progress) {
     RunInput input =
         readRunInput(ranks, options, [&](const std::string& text) { progress.within(text); });
     MeshPart& own = input.data.part;
-    if (isExodusName(outputs.result))
-        agreeOnFailure(ranks, [&] { refusePolyhedra(outputs.result, own.mesh); });
+    agreeOnFailure(ranks, [&] { checkShapes(outputs.result, own.mesh); });
     Summary summary = startSummary(options, control, outputs, input.data);
     summary.ranks = ranks.size();
     append(summary.remarks, input.data.remarks);

@@ -37,9 +37,10 @@ std::vector<MadePatch> makeAutoGroups(const RankPart& part, const FvMesh& mesh,
 }
 
 std::string describe(const MadePatch& made) {
-    std::string text =
-        std::to_string(made.faces) + (made.faces == 1 ? " face" : " faces") +
-        (made.kind == GroupKind::Inlet ? " that fill first" : " where the front runs out");
+    std::string text = std::to_string(made.faces) + (made.faces == 1 ? " face" : " faces") +
+                       (made.kind == GroupKind::Outlet ? " where the front runs out"
+                        : made.faces == 1              ? " that fills first"
+                                                       : " that fill first");
     std::string from;
     for (const MadePatch::Source& source : made.from)
         from += (from.empty() ? "" : ", ") + std::to_string(source.faces) + " of '" + source.patch +

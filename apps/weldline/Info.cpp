@@ -42,6 +42,7 @@ void showInfo(const InfoOptions& options) {
         return all;
     }();
     progress.finish();
+    for (const std::string& remark : info.remarks) writeMessage({"note: ", remark});
     if (!proposal.obstacle.empty())
         writeMessage({"note: inlets and outlets cannot be proposed: ", proposal.obstacle});
     const std::string json = options.json.empty() ? "" : infoJson(info, groups, proposal);

@@ -47,6 +47,13 @@ void checkResultName(const std::string& result) {
                          "or for Exodus in .exo, .e or .ex2");
 }
 
+// The library of the format wants to move about in its file.
+void refuseStream(const std::string& result) {
+    std::error_code none;
+    if (isExodusName(result) && fs::exists(result, none) && !fs::is_regular_file(result, none))
+        throw UsageError(result + ": no regular file, and an Exodus file needs one");
+}
+
 void checkLinesName(const std::string& lines) {
     if (fs::path(lines).filename().extension() != ".vtp")
         throw UsageError(lines +
@@ -145,6 +152,7 @@ Outputs planOutputs(const AnalyzeOptions& options, const RunControl& control) {
         throw UsageError("--csv: standard output is taken by --json; give one of them a file");
     if (!options.output.empty()) {
         checkResultName(options.output);
+        refuseStream(options.output);
         if (control.file.empty())
             outputs.control = fs::path(options.output).replace_extension(".cmp").string();
     }

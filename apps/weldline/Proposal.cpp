@@ -68,14 +68,16 @@ Proposal none(const InputError& obstacle) {
 
 }  // namespace
 
-// On purpose no failure where a series or a mesh is unusable: what the data set holds can be told
-// all the same. A fill time is part of what it holds.
+// A series takes as long as its fill time, so that it is gone through only where names tell nothing
+// at all. On purpose no failure where a series or a mesh is unusable: what the data set holds can
+// be told all the same. A fill time is part of what it holds.
 Proposal proposeGroups(const InfoOptions& options, const DataSetInfo& info,
                        const std::vector<BoundaryGroups::PatchSummary>& groups,
                        Progress& progress) {
-    const bool namesTell =
-        hasGroup(groups, GroupKind::Inlet) && hasGroup(groups, GroupKind::Outlet);
+    const bool hasInlet = hasGroup(groups, GroupKind::Inlet);
+    const bool hasOutlet = hasGroup(groups, GroupKind::Outlet);
     const bool isStored = hasFillTime(info);
+    const bool namesTell = isStored ? hasInlet && hasOutlet : hasInlet || hasOutlet;
     if (namesTell || !(isStored || info.hasSeries) || !hasLinearShapes(info)) return {};
     progress.step("looking for inlets and outlets");
     DataSet data;

@@ -23,10 +23,10 @@ double BlockReader::sizeOfFile(const std::string& file) {
     return none ? 0.0 : static_cast<double>(bytes);
 }
 
-bool BlockReader::guarded(const std::function<bool()>& question) const {
+void BlockReader::guarded(const std::function<void()>& step) const {
     const VtkMessages messages;
     const ReadGuard guard(file_, bytes_);
-    return question();
+    step();
 }
 
 void BlockReader::start() {

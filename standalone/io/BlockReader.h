@@ -32,11 +32,10 @@ class BlockReader : public TimeReader {
     // Opens the file and lists its times and arrays.
     void start();
 
-    // The answer of a question that makes the reader open the file.
-    bool guarded(const std::function<bool()>& question) const;
+    // A step in which a library looks into the file.
+    void guarded(const std::function<void()>& step) const;
 
     const std::string& file() const { return file_; }
-    double bytes() const { return bytes_; }
 
   private:
     std::string file_;

@@ -160,22 +160,27 @@ CgnsSection CgnsFile::readSection(int base, int zone, int section, std::int64_t 
     }
     cgsize_t size = 0;
     check(cg_ElementDataSize(number_, base, zone, section, &size));
+    require(first >= 1 && last >= first && size >= 0, found.name);
     Elements elements{std::vector<cgsize_t>(static_cast<std::size_t>(size)),
                       std::vector<cgsize_t>(static_cast<std::size_t>(last - first + 2))};
     if (isMixed || found.isFaceList) {
-        check(cg_poly_elements_read(number_, base, zone, section, elements.data.data(),
-                                    elements.starts.data(), nullptr));
+        check(cg_poly_elements_partial_read(number_, base, zone, section, first, last,
+                                            elements.data.data(), elements.starts.data(), nullptr));
     } else {
         check(cg_elements_read(number_, base, zone, section, elements.data.data(), nullptr));
         for (std::size_t e = 0; e < elements.starts.size(); ++e) {
             elements.starts[e] = static_cast<cgsize_t>(e) * surfaceCorners(type);
         }
     }
-    if (!takeCorners(elements, isMixed, points, found.corners)) {
-        failOnInput(file_, "the elements of its section '" + found.name +
-                               "' do not fit its points; the file is damaged");
-    }
+    require(takeCorners(elements, isMixed, points, found.corners), found.name);
     return found;
+}
+
+void CgnsFile::require(bool isSound, const std::string& name) const {
+    if (!isSound) {
+        failOnInput(file_, "the elements of its section '" + name +
+                               "' do not fit each other and their points; the file is damaged");
+    }
 }
 
 CgnsCondition CgnsFile::readCondition(int base, int zone, int condition) const {

@@ -49,6 +49,7 @@ class CgnsFile {
     bool hasVolumes(int base) const;
     CgnsZone readZone(int base, int zone) const;
     std::vector<Vec3> readPoints(int base, int zone, std::int64_t count) const;
+    void require(bool isSound, const std::string& section) const;
     CgnsSection readSection(int base, int zone, int section, std::int64_t points) const;
     CgnsCondition readCondition(int base, int zone, int condition) const;
     std::string familyOf(int base, int zone, int condition) const;

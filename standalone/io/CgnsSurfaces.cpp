@@ -5,6 +5,7 @@
 #include <vtkPolyData.h>
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 #include <unordered_map>
 
@@ -69,8 +70,10 @@ class NamedSurfaces {
 
     void handOver(const std::string& file, OpenedDataSet& opened) {
         for (const auto& surface : surfaces_) {
-            checkGrid(file, surface->grid());
-            opened.surfaces.push_back({surface->name(), surface->grid()});
+            if (surface->grid()->GetNumberOfCells() > 0) {
+                checkGrid(file, surface->grid());
+                opened.surfaces.push_back({surface->name(), surface->grid()});
+            }
         }
     }
 
@@ -78,92 +81,128 @@ class NamedSurfaces {
     std::vector<std::unique_ptr<NamedSurface>> surfaces_;
 };
 
-// Per section and element whether it is chosen.
-using Choice = std::vector<std::vector<bool>>;
-
-Choice noElements(const CgnsZone& zone) {
-    Choice choice;
-    for (const CgnsSection& section : zone.sections) {
-        choice.emplace_back(static_cast<std::size_t>(section.corners.count()), false);
+// The surface elements of a zone, of which each goes to one patch.
+class ZoneElements {
+  public:
+    explicit ZoneElements(const CgnsZone& zone) : zone_(zone) {
+        for (const CgnsSection& section : zone.sections) {
+            isTaken_.emplace_back(static_cast<std::size_t>(section.corners.count()), false);
+        }
     }
-    return choice;
-}
 
-Choice elementsInRanges(const CgnsZone& zone, const CgnsCondition& condition) {
-    Choice choice = noElements(zone);
-    for (std::size_t s = 0; s < choice.size(); ++s) {
-        const std::int64_t before = zone.sections[s].first;
-        const auto count = static_cast<std::int64_t>(choice[s].size());
+    // Hands what the condition has, and no other one before, to `add`. Whether there is any.
+    template <class Add>
+    bool take(const CgnsCondition& condition, Add add) {
+        return condition.isOnPoints ? takeOnPoints(condition, add) : takeInRanges(condition, add);
+    }
+
+    // Faces of polyhedra are left out: most of them lie inside.
+    template <class Add>
+    void takeRest(Add add) {
+        for (std::size_t s = 0; s < isTaken_.size(); ++s) {
+            for (std::size_t e = 0; e < isTaken_[s].size() && !zone_.sections[s].isFaceList; ++e) {
+                takeElement(s, e, [&](auto corners) { add(zone_.sections[s].name, corners); });
+            }
+        }
+    }
+
+  private:
+    template <class Add>
+    bool takeElement(std::size_t section, std::size_t element, Add add) {
+        const auto corners = zone_.sections[section].corners[static_cast<int>(element)];
+        if (isTaken_[section][element] || corners.empty()) {
+            return false;
+        }
+        isTaken_[section][element] = true;
+        add(corners);
+        return true;
+    }
+
+    template <class Add>
+    bool takeInRanges(const CgnsCondition& condition, Add add) {
+        bool hasAny = false;
         for (const auto& [first, last] : condition.members) {
-            const std::int64_t end = std::min(last + 1 - before, count);
-            for (std::int64_t e = std::max<std::int64_t>(first - before, 0); e < end; ++e) {
-                choice[s][static_cast<std::size_t>(e)] = true;
+            for (std::size_t s = 0; s < isTaken_.size(); ++s) {
+                const std::int64_t begin = zone_.sections[s].first;
+                const std::int64_t end = begin + std::ssize(isTaken_[s]);
+                for (std::int64_t e = std::max(first, begin); e < end && e <= last; ++e) {
+                    hasAny |= takeElement(s, static_cast<std::size_t>(e - begin), add);
+                }
             }
         }
+        return hasAny;
     }
-    return choice;
-}
 
-// Faces of polyhedra are left out: one inside may have all its corners on a boundary, too.
-Choice elementsOnPoints(const CgnsZone& zone, const CgnsCondition& condition) {
-    std::vector<bool> isMember(zone.points.size(), false);
+    // On purpose not among the faces of polyhedra: one inside may have all its corners on the
+    // boundary.
+    template <class Add>
+    bool takeOnPoints(const CgnsCondition& condition, Add add) {
+        const std::vector<bool> isMember = pointsOf(condition);
+        bool hasAny = false;
+        for (std::size_t s = 0; s < isTaken_.size(); ++s) {
+            const CgnsSection& section = zone_.sections[s];
+            for (std::size_t e = 0; e < isTaken_[s].size() && !section.isFaceList; ++e) {
+                const auto corners = section.corners[static_cast<int>(e)];
+                if (std::all_of(corners.begin(), corners.end(), [&](int corner) {
+                        return isMember[static_cast<std::size_t>(corner)];
+                    })) {
+                    hasAny |= takeElement(s, e, add);
+                }
+            }
+        }
+        return hasAny;
+    }
+
+    std::vector<bool> pointsOf(const CgnsCondition& condition) const {
+        std::vector<bool> isMember(zone_.points.size(), false);
+        for (const auto& [first, last] : condition.members) {
+            const std::int64_t end = std::min(last, std::ssize(isMember));
+            for (std::int64_t p = std::max<std::int64_t>(first, 1); p <= end; ++p) {
+                isMember[static_cast<std::size_t>(p - 1)] = true;
+            }
+        }
+        return isMember;
+    }
+
+    const CgnsZone& zone_;
+    std::vector<std::vector<bool>> isTaken_;  // per section and element
+};
+
+// Points that a condition names; a range may claim any number.
+double sizeOf(const CgnsCondition& condition) {
+    double size = 0.0;
     for (const auto& [first, last] : condition.members) {
-        const auto end = std::min(last, static_cast<std::int64_t>(isMember.size()));
-        for (std::int64_t p = std::max<std::int64_t>(first, 1); p <= end; ++p) {
-            isMember[static_cast<std::size_t>(p - 1)] = true;
-        }
+        size += static_cast<double>(last) - static_cast<double>(first) + 1.0;
     }
-    Choice choice = noElements(zone);
-    for (std::size_t s = 0; s < choice.size(); ++s) {
-        const CgnsSection& section = zone.sections[s];
-        for (int e = 0; e < section.corners.count() && !section.isFaceList; ++e) {
-            const std::span<const int> corners = section.corners[e];
-            choice[s][static_cast<std::size_t>(e)] =
-                std::all_of(corners.begin(), corners.end(),
-                            [&](int corner) { return isMember[static_cast<std::size_t>(corner)]; });
-        }
-    }
-    return choice;
+    return size;
 }
 
-// Hands the chosen elements that are surfaces to `add` and strikes them off those left over.
-template <class Add>
-void takeChosen(const CgnsZone& zone, const Choice& choice, Choice& left, Add add) {
-    for (std::size_t s = 0; s < choice.size(); ++s) {
-        for (std::size_t e = 0; e < choice[s].size(); ++e) {
-            const std::span<const int> corners = zone.sections[s].corners[static_cast<int>(e)];
-            if (choice[s][e] && !corners.empty()) {
-                add(zone.sections[s], corners);
-                left[s][e] = false;
-            }
-        }
+// In the order in which conditions take their elements: those on elements as they come, then those
+// on points from few to many, so that a gate keeps its elements where the walls have its rim.
+std::vector<const CgnsCondition*> inOrder(const CgnsZone& zone) {
+    std::vector<const CgnsCondition*> order;
+    for (const CgnsCondition& condition : zone.conditions) {
+        order.push_back(&condition);
     }
+    std::stable_sort(order.begin(), order.end(), [](const auto* a, const auto* b) {
+        const auto rank = [](const CgnsCondition* c) { return c->isOnPoints ? sizeOf(*c) : -1.0; };
+        return rank(a) < rank(b);
+    });
+    return order;
 }
 
 void addZone(const CgnsZone& zone, NamedSurfaces& surfaces, std::vector<std::string>& remarks) {
     surfaces.startZone();
-    Choice left = noElements(zone);
-    for (std::size_t s = 0; s < left.size(); ++s) {
-        left[s].assign(left[s].size(), !zone.sections[s].isFaceList);
-    }
-    for (const CgnsCondition& condition : zone.conditions) {
-        const Choice chosen = condition.isOnPoints ? elementsOnPoints(zone, condition)
-                                                   : elementsInRanges(zone, condition);
-        bool hasAny = false;
-        takeChosen(zone, chosen, left, [&](const CgnsSection&, std::span<const int> corners) {
-            surfaces[condition.name].add(zone, corners);
-            hasAny = true;
-        });
-        if (!hasAny) {
-            remarks.push_back("The boundary condition '" + condition.name +
-                              "' is left out: no surface element belongs to it.");
+    ZoneElements elements(zone);
+    for (const CgnsCondition* condition : inOrder(zone)) {
+        NamedSurface& surface = surfaces[condition->name];
+        if (!elements.take(*condition, [&](auto corners) { surface.add(zone, corners); })) {
+            remarks.push_back("The boundary condition '" + condition->name +
+                              "' is left out: no surface element is left for it.");
         }
     }
-    const Choice noCondition = left;
-    takeChosen(zone, noCondition, left,
-               [&](const CgnsSection& section, std::span<const int> corners) {
-                   surfaces[section.name].add(zone, corners);
-               });
+    elements.takeRest(
+        [&](const std::string& section, auto corners) { surfaces[section].add(zone, corners); });
 }
 
 }  // namespace

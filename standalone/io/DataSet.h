@@ -103,7 +103,8 @@ struct DataSetInfo {
     std::vector<Count> patches;     // name and number of faces
     std::vector<Array> arrays;
     std::vector<double> times;
-    bool hasSeries = false;  // a phase fraction over several times; see SeriesOptions
+    bool hasSeries = false;            // a phase fraction over several times; see SeriesOptions
+    std::vector<std::string> remarks;  // on what is left out, one sentence each
 };
 DataSetInfo describeDataSet(const std::string& file, const std::string& time);
 

@@ -131,6 +131,7 @@ DataSetInfo describeDataSet(const std::string& file, const std::string& time) {
     info.file = file;
     info.format = list.format;
     info.times = opened.times;
+    info.remarks = opened.remarks;
     std::map<int, long long> shapes;
     std::map<long long, long long> numberedPatches;
     std::map<long long, std::string> patchNames;

@@ -56,7 +56,7 @@ class EnSightReader : public BlockReader {
 class ExodusReader : public BlockReader {
   public:
     explicit ExodusReader(const std::string& file) : BlockReader(file, sizeOfFile(file)) {
-        if (!guarded([&] { return reader_->CanReadFile(file.c_str()) != 0; })) {
+        if (!canRead()) {
             failOnInput(file, "the file holds no Exodus mesh, or a damaged one");
         }
         reader_->SetFileName(file.c_str());
@@ -78,6 +78,12 @@ class ExodusReader : public BlockReader {
   private:
     vtkMultiBlockDataSetAlgorithm* algorithm() override { return reader_; }
 
+    bool canRead() {
+        bool answer = false;
+        guarded([&] { answer = reader_->CanReadFile(file().c_str()) != 0; });
+        return answer;
+    }
+
     // Every block comes with the points of all blocks, because the reader can leave out the others
     // only where it makes float values of all coordinates.
     vtkSmartPointer<vtkMultiBlockDataSet> copy(vtkMultiBlockDataSet* blocks) const override {
@@ -93,7 +99,8 @@ class ExodusReader : public BlockReader {
     vtkSmartPointer<vtkDataObject> withUsedPoints(vtkDataObject* block) const {
         auto grid = vtkSmartPointer<vtkDataObject>::Take(block->NewInstance());
         auto* unstructured = vtkUnstructuredGrid::SafeDownCast(block);
-        if (unstructured == nullptr) {
+        // On purpose not for polyhedra: the filter renumbers the counts among their corners, too.
+        if (unstructured == nullptr || unstructured->GetFaces() != nullptr) {
             grid->DeepCopy(block);
             return grid;
         }
@@ -113,9 +120,9 @@ class ExodusReader : public BlockReader {
 class CgnsReader : public BlockReader {
   public:
     explicit CgnsReader(const std::string& file) : BlockReader(file, sizeOfFile(file)) {
-        const bool canRead = guarded([&] { return reader_->CanReadFile(file.c_str()) != 0; });
+        const bool isCgns = canRead();
         ReadGuard::silenceExit();
-        if (!canRead) {
+        if (!isCgns) {
             failOnInput(file, "the file holds no CGNS data set, or a damaged one");
         }
         reader_->SetFileName(file.c_str());
@@ -136,13 +143,18 @@ class CgnsReader : public BlockReader {
     void read(std::optional<double> time, OpenedDataSet& opened) override {
         BlockReader::read(time, opened);
         if (!isFieldOnly_) {
-            const ReadGuard guard(file(), bytes());
-            addCgnsSurfaces(file(), opened);
+            guarded([&] { addCgnsSurfaces(file(), opened); });
         }
     }
 
   private:
     vtkMultiBlockDataSetAlgorithm* algorithm() override { return reader_; }
+
+    bool canRead() {
+        bool answer = false;
+        guarded([&] { answer = reader_->CanReadFile(file().c_str()) != 0; });
+        return answer;
+    }
 
     vtkNew<vtkCGNSReader> reader_;
     bool isFieldOnly_ = false;

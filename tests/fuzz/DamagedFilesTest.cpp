@@ -34,7 +34,6 @@ class DamagedFiles : public ProgramTest {
         expectUnusable(at("case/case.foam"), texts);
     }
 
-  private:
     void expectUnusable(const std::string& input, std::vector<std::string> texts) const {
         texts.push_back("'" + input + "': ");
         expectError(weldline({"info", input}), 3, texts);
@@ -62,6 +61,15 @@ TEST_F(DamagedFiles, legacy_counts_beyond_the_file) {
     expectRefused("legacy-5-binary.vtk", "POINTS 31 ", "POINTS 99999999999999999999 ",
                   {"'POINTS 99999999999999999999 double' announces more"});
     expectRefused("legacy-text.vtk", "CELLS 5 36", "CELLS 5 -36", {"'CELLS 5 -36'"});
+}
+
+// Where the corners of elements are missing, the library of the format calls exit().
+TEST_F(DamagedFiles, cgns_without_connectivity) {
+    const std::string name = "ElementConnectivity";
+    std::string bytes = read(WELDLINE_CORPUS "/import/adf.cgns");
+    for (std::size_t at = bytes.find(name); at != std::string::npos; at = bytes.find(name, at))
+        bytes[at] = 'e';
+    expectUnusable(write("part.cgns", bytes), {"leads the reader astray", "write it again"});
 }
 
 TEST_F(DamagedFiles, case_with_a_patch_that_is_not_opened) {

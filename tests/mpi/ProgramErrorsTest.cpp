@@ -64,6 +64,12 @@ TEST_F(MpiErrors, damaged_piece) {
     write("ghosts2.vtu", piece);
 }
 
+TEST_F(MpiErrors, damaged_file_of_another_format) {
+    const std::string file = write("part.cgns", "no mesh at all");
+    expectError(onRanks(3, {"analyze", file}), 3, {file, "no CGNS data set"});
+    fs::remove(file);
+}
+
 TEST_F(MpiErrors, processes_of_a_case_at_different_times) {
     fs::rename(at("decomposed/processor2/2"), at("decomposed/processor2/1"));
     expectError(onRanks(4, {"analyze", at("decomposed/decomposed.foam")}), 3,

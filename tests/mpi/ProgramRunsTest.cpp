@@ -84,6 +84,25 @@ TEST_F(MpiRuns, one_file_holds_cells_and_points_in_their_order) {
     }
 }
 
+TEST_F(MpiRuns, exodus_result_holds_the_whole) {
+    putForms(3);
+    ASSERT_EQ(weldline({"analyze", at("pieces.pvtu"), "-o", at("alone.exo")}).exitCode, 0);
+    ASSERT_EQ(onRanks(3, {"analyze", at("pieces.pvtu"), "-o", at("all.exo")}).exitCode, 0);
+    const auto infoOf = [&](const std::string& name) {
+        return Json::parse(weldline({"info", at(name), "--json", "-"}).out);
+    };
+    const Json alone = infoOf("alone.exo");
+    const Json all = infoOf("all.exo");
+    EXPECT_EQ(all["cells"], alone["cells"]);
+    EXPECT_EQ(all["points"], alone["points"]);
+    ASSERT_EQ(all["arrays"].size(), alone["arrays"].size());
+    for (std::size_t a = 0; a < alone["arrays"].size(); ++a) {
+        EXPECT_EQ(all["arrays"][a]["name"], alone["arrays"][a]["name"]);
+        for (const char* end : {"minimum", "maximum"})
+            EXPECT_NEAR(all["arrays"][a][end], alone["arrays"][a][end].get<double>(), 2e-6);
+    }
+}
+
 TEST_F(MpiRuns, pieces_join_to_the_one_file) {
     putForms(3);
     ASSERT_EQ(weldline({"analyze", at("case/case.foam"), "-o", at("alone.vtu")}).exitCode, 0);

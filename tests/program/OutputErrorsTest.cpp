@@ -39,6 +39,13 @@ TEST_F(OutputErrors, polyhedra_in_an_exodus_result) {
     EXPECT_EQ(entries(), Names{"part.vtu"});
 }
 
+TEST_F(OutputErrors, exodus_result_into_a_pipe) {
+    ASSERT_EQ(::mkfifo(at("result.exo").c_str(), 0600), 0);
+    expectError(weldline({"analyze", input(), "-o", at("result.exo")}), 2,
+                {"result.exo", "no regular file"});
+    EXPECT_TRUE(std::filesystem::is_fifo(at("result.exo")));
+}
+
 TEST_F(OutputErrors, result_that_is_nothing_but_an_ending) {
     expectError(weldline({"analyze", input(), "-o", at(".vtu")}), 2, {".vtu"});
 }

@@ -5,6 +5,7 @@
 #include "IoFiles.h"
 #include "IoSeries.h"
 #include "MeshParts.h"
+#include "mesh/BoundaryGroups.h"
 #include "mesh/FvMesh.h"
 
 namespace weldline::test {
@@ -88,17 +89,31 @@ TEST_F(ReadCgns, sections_without_conditions_are_patches) {
     EXPECT_TRUE(liesAt(data, data.patches[1], 2.0));
 }
 
-// Of the bottoms only the first has all its corners among the points of "all but the right end".
+// The points of "sides" are all but those of the right end, and with them those of the gate, whose
+// element stays with the gate. Of the bottoms only the first has all its corners among them.
 TEST_F(ReadCgns, conditions_on_points) {
     {
         CgnsWriter writer(file());
         putBoxes(writer)
-            .conditionOnPoints("gate", Set::List, {1, 2, 3, 4})
-            .conditionOnPoints("sides", Set::Range, {1, 8});
+            .conditionOnPoints("sides", Set::Range, {1, 8})
+            .conditionOnPoints("gate", Set::List, {1, 2, 3, 4});
     }
     const DataSet data = readDataSet(file(), {});
-    EXPECT_EQ(namesOf(data.patches), "gate 1\nsides 2\nright 1\nbottom 1\n");
+    ASSERT_EQ(namesOf(data.patches), "gate 1\nsides 1\nright 1\nbottom 1\n");
     EXPECT_TRUE(liesAt(data, data.patches[0], 0.0));
+    const FvMesh mesh = buildFvMesh(data.mesh);
+    const BoundaryGroups groups = groupBoundaryFaces(mesh, data.patches, {});
+    EXPECT_EQ(std::count(groups.kinds.begin(), groups.kinds.end(), GroupKind::Inlet), 1);
+}
+
+TEST_F(ReadCgns, element_of_two_conditions_goes_to_the_first) {
+    {
+        CgnsWriter writer(file());
+        putBoxes(writer)
+            .condition("gate", Condition::Inflow, Set::List, {3})
+            .condition("all", Condition::Wall, Set::Range, {1, 2147483647});
+    }
+    EXPECT_EQ(namesOf(readDataSet(file(), {}).patches), "gate 1\nall 3\n");
 }
 
 TEST_F(ReadCgns, condition_without_elements_is_told) {
@@ -111,11 +126,12 @@ TEST_F(ReadCgns, condition_without_elements_is_told) {
     }
     const DataSet data = readDataSet(file(), {});
     EXPECT_EQ(namesOf(data.patches), "left 1\nright 1\nbottom 2\n");
-    EXPECT_EQ(data.remarks,
-              (std::vector<std::string>{
-                  "The boundary condition 'cells' is left out: no surface element belongs to it.",
-                  "The boundary condition 'nowhere' is left out: no surface element belongs to it.",
-                  "The boundary condition 'edge' is left out: no surface element belongs to it."}));
+    EXPECT_EQ(
+        data.remarks,
+        (std::vector<std::string>{
+            "The boundary condition 'cells' is left out: no surface element is left for it.",
+            "The boundary condition 'nowhere' is left out: no surface element is left for it.",
+            "The boundary condition 'edge' is left out: no surface element is left for it."}));
 }
 
 // In a mixed section the type stands before the corners: 17 a hexahedron, 7 a quadrangle, 5 a
@@ -217,10 +233,11 @@ TEST_F(ReadCgns, damaged_files) {
             .section("left", Shape::Quad, 1, {1, 2, 13, 3})
             .solution("end", "FillTime", {0.1, 0.3});
     }
-    EXPECT_EQ(readError(file()),
-              "'" + file() +
-                  "': the elements of its section 'left' do not fit its points; the file is "
-                  "damaged");
+    EXPECT_EQ(
+        readError(file()),
+        "'" + file() +
+            "': the elements of its section 'left' do not fit each other and their points; the "
+            "file is damaged");
     {
         CgnsWriter writer(file());
         putBoxes(writer);

@@ -104,7 +104,6 @@ TEST_F(GmshSeries, a_file_that_is_changed_is_told) {
 
 // Where neither size nor time tell of a change, values are read or refused in words.
 TEST_F(GmshSeries, a_change_that_cannot_be_seen_is_no_crash) {
-    int refused = 0;
     for (const char* form : forms) {
         SCOPED_TRACE(form);
         const std::string good = contentOf(written(form));
@@ -112,10 +111,13 @@ TEST_F(GmshSeries, a_change_that_cannot_be_seen_is_no_crash) {
             std::string changed = good;
             changed.replace(good.size() / 2, std::string::npos,
                             std::string(good.size() - good.size() / 2, letter));
-            refused += errorAfterChange(good, changed, true).empty() ? 0 : 1;
+            const std::string error = errorAfterChange(good, changed, true);
+            // As text, only a nine is a number; as bytes, everything is.
+            if (std::string(form).ends_with("text") && letter != '9') {
+                EXPECT_NE(error, "") << static_cast<int>(letter);
+            }
         }
     }
-    EXPECT_GE(refused, 8);
 }
 
 // 300 values of 12 bytes are announced in a file that has room for 300 times 8 bytes.

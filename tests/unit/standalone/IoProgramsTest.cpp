@@ -110,5 +110,18 @@ TEST(ReadOtherPrograms, exodus) {
     expectRow(readDataSet(written("exodus/row.exo"), fromSeries()), {0.5, 2.0, 2.0});
 }
 
+// A tetrahedron, and two cubes as polyhedra of points that do not begin with the first.
+TEST(ReadOtherPrograms, exodus_polyhedra) {
+    const DataSet data = readDataSet(written("exodus/polyhedra.exo"), {});
+    expectTimes(data.fillTime, {0.1, 0.2, 0.3});
+    const FvMesh mesh = buildFvMesh(data.mesh);
+    EXPECT_EQ(mesh.innerFaces, 1);
+    EXPECT_NEAR(mesh.cellVolume[0], 1.0 / 6.0, 1e-15);
+    for (const int c : {1, 2}) {
+        EXPECT_DOUBLE_EQ(mesh.cellVolume[c], 1.0);
+        EXPECT_DOUBLE_EQ(mesh.cellCentre[c].x, c - 0.5);
+    }
+}
+
 }  // namespace
 }  // namespace weldline::test
