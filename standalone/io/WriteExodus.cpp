@@ -118,6 +118,7 @@ class ExodusFile {
     void putNames(ex_entity_type where, const std::vector<std::string>& names) {
         std::vector<std::string> copies = names;
         std::vector<char*> texts;
+        texts.reserve(names.size());
         for (std::string& name : copies) {
             texts.push_back(name.data());
         }

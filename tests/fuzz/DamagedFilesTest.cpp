@@ -72,6 +72,14 @@ TEST_F(DamagedFiles, cgns_without_connectivity) {
     expectUnusable(write("part.cgns", bytes), {"leads the reader astray", "write it again"});
 }
 
+TEST_F(DamagedFiles, cgns_that_ends_too_early) {
+    for (const char* name : {"hdf5.cgns", "adf.cgns"}) {
+        const std::string whole = read(std::string(WELDLINE_CORPUS "/import/") + name);
+        for (const std::size_t size : {1000U, 9000U, 20000U})
+            expectUnusable(write("cut.cgns", whole.substr(0, size)), {});
+    }
+}
+
 TEST_F(DamagedFiles, case_with_a_patch_that_is_not_opened) {
     expectCaseRefused("constant/polyMesh/boundary", "    {\n        type wall;",
                       "        type wall;", {"damaged or incomplete"});
