@@ -2,7 +2,9 @@
 // centre; then each cell with the common neighbours of two such partners, judged at the node.
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
+#include <limits>
 #include <vector>
 
 #include "CKVR3DWeldLine.h"
@@ -45,6 +47,43 @@ void listFaces(const CKVR3DWeldLine& r, const Extent& extent, std::span<const in
     }
 }
 
+// The angles of the pairs of cells at inner faces, each judged once instead of at every node of the
+// face: neither the cells nor the face centre depend on the node.
+class FaceAngles {
+  public:
+    FaceAngles(const CKVR3DWeldLine& r, const MeetingPairTest& test)
+        : r_(r),
+          test_(test),
+          known_(2 * (static_cast<std::size_t>(std::max(r.m_nInnerFace, 0)) + 1),
+                 std::numeric_limits<double>::quiet_NaN()) {}
+
+    // Of cell a with b, at a face that b has in its row; never kept where they do not meet.
+    double of(int a, int b, const NodeFace& face) {
+        const bool isSecond = face.second == a;
+        // Rows of an earlier mesh may hold faces that are now between others.
+        if (b != (isSecond ? face.first : face.second)) return judge(a, b, face);
+        double& angle = known_[2 * static_cast<std::size_t>(face.number) + (isSecond ? 1 : 0)];
+        if (std::isnan(angle)) {
+            const double judged = judge(a, b, face);
+            angle = std::isnan(judged) ? kNeverKept : judged;
+        }
+        return angle;
+    }
+
+  private:
+    // As little kept as kNoAngle, but told from what is not known yet.
+    static constexpr double kNeverKept = -std::numeric_limits<double>::infinity();
+
+    double judge(int a, int b, const NodeFace& face) const {
+        if (!test_.mayMeet(b) || !test_.mayMeet(a, b)) return kNoAngle;
+        return test_.angle(a, b, faceCentreAt(r_, a, face.number));
+    }
+
+    const CKVR3DWeldLine& r_;
+    const MeetingPairTest& test_;
+    std::vector<double> known_;  // per face and side, not a number where not judged yet
+};
+
 // The cells of one node, with what is asked of them again and again.
 struct NodeCells {
     std::span<const int> cells;
@@ -54,17 +93,15 @@ struct NodeCells {
 // Judges the cell at one position of the node's row with those at all others, once per shared inner
 // face, and lists them. On purpose: a cell that the row holds twice is its own neighbour, and the
 // face centre is looked up with the face *number* as position in the cell's lists.
-void judgeFaceNeighbours(const CKVR3DWeldLine& r, const MeetingPairTest& test,
-                         const NodeCells& node, std::size_t position, std::vector<int>& partners,
-                         double& largest) {
+void judgeFaceNeighbours(const NodeCells& node, std::size_t position, FaceAngles& angles,
+                         std::vector<int>& partners, double& largest) {
     const int a = node.cells[position];
     partners.clear();
     for (const NodeFace& face : node.faces) {
         if (face.position == position || (face.first != a && face.second != a)) continue;
         const int b = node.cells[face.position];
         partners.push_back(b);
-        if (!test.mayMeet(b) || !test.mayMeet(a, b)) continue;
-        keepLargest(largest, test.angle(a, b, faceCentreAt(r, a, face.number)));
+        keepLargest(largest, angles.of(a, b, face));
     }
 }
 
@@ -92,6 +129,7 @@ void CKVR3DWeldLine::CalNodeVectorAngle_Modified_Hybrid() {
     prepareLimits(*this, 75.0);
     const MeetingPairTest test(*this);
     const Extent extent = extentOf(*this);
+    FaceAngles angles(*this, test);
     NodeCells node;
     std::vector<int> partners;
     for (int n = 1; n <= extent.nodes; ++n) {
@@ -102,7 +140,7 @@ void CKVR3DWeldLine::CalNodeVectorAngle_Modified_Hybrid() {
         for (std::size_t position = 0; position < node.cells.size(); ++position) {
             const int a = node.cells[position];
             if (!extent.holdsOwn(a) || !test.mayMeet(a)) continue;
-            judgeFaceNeighbours(*this, test, node, position, partners, largest);
+            judgeFaceNeighbours(node, position, angles, partners, largest);
             if (!test.pointsAt(a, P)) continue;
             judgeSecondRing(*this, test, extent, a, partners, P, largest);
         }

@@ -35,6 +35,14 @@ class BlockReader : public TimeReader {
     // A step in which a library looks into the file.
     void guarded(const std::function<void()>& step) const;
 
+    // What VTK's reader answers that looks into the file.
+    template <class Reader>
+    bool canRead(Reader& reader) const {
+        bool answer = false;
+        guarded([&] { answer = reader.CanReadFile(file_.c_str()) != 0; });
+        return answer;
+    }
+
     const std::string& file() const { return file_; }
 
   private:

@@ -56,7 +56,7 @@ class EnSightReader : public BlockReader {
 class ExodusReader : public BlockReader {
   public:
     explicit ExodusReader(const std::string& file) : BlockReader(file, sizeOfFile(file)) {
-        if (!canRead()) {
+        if (!canRead(*reader_.Get())) {
             failOnInput(file, "the file holds no Exodus mesh, or a damaged one");
         }
         reader_->SetFileName(file.c_str());
@@ -77,12 +77,6 @@ class ExodusReader : public BlockReader {
 
   private:
     vtkMultiBlockDataSetAlgorithm* algorithm() override { return reader_; }
-
-    bool canRead() {
-        bool answer = false;
-        guarded([&] { answer = reader_->CanReadFile(file().c_str()) != 0; });
-        return answer;
-    }
 
     // Every block comes with the points of all blocks, because the reader can leave out the others
     // only where it makes float values of all coordinates.
@@ -120,7 +114,7 @@ class ExodusReader : public BlockReader {
 class CgnsReader : public BlockReader {
   public:
     explicit CgnsReader(const std::string& file) : BlockReader(file, sizeOfFile(file)) {
-        const bool isCgns = canRead();
+        const bool isCgns = canRead(*reader_.Get());
         ReadGuard::silenceExit();
         if (!isCgns) {
             failOnInput(file, "the file holds no CGNS data set, or a damaged one");
@@ -149,12 +143,6 @@ class CgnsReader : public BlockReader {
 
   private:
     vtkMultiBlockDataSetAlgorithm* algorithm() override { return reader_; }
-
-    bool canRead() {
-        bool answer = false;
-        guarded([&] { answer = reader_->CanReadFile(file().c_str()) != 0; });
-        return answer;
-    }
 
     vtkNew<vtkCGNSReader> reader_;
     bool isFieldOnly_ = false;

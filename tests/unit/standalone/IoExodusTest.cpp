@@ -23,19 +23,6 @@ class WriteExodus : public FileTest {
         return parts;
     }
 
-    static ResultFields fieldsFor(const CellMesh& mesh) {
-        ResultFields fields;
-        for (std::size_t p = 0; p < mesh.points.size(); ++p) {
-            fields.meetingAngle.push_back(180.0 - static_cast<double>(p) / 3.0);
-            fields.weldLine.push_back(static_cast<int>(p % 3));
-        }
-        for (int c = 0; c < mesh.cellCount(); ++c) {
-            fields.fillTime.push_back(0.1F * static_cast<float>(c + 1));
-            fields.flowDirection.push_back({0.1 * c, 0.6, 0.8});
-        }
-        return fields;
-    }
-
     // The reader numbers points anew, by the cells.
     static void expectCell(const DataSet& data, int cell, const std::vector<int>& nodes) {
         const CellMesh mesh = mixedMesh();

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "io/DataSet.h"
+#include "io/WriteResult.h"
 
 namespace weldline::test {
 
@@ -79,6 +80,10 @@ class FileTest : public ::testing::Test {
 };
 
 std::string contentOf(const std::string& file);
+
+// A value of its own at each point and in each cell: angles 180, 180 - 1/3, ..., fill times 0.1F,
+// 0.2F, ...
+ResultFields fieldsFor(const CellMesh& mesh);
 
 std::vector<int> rowOf(const Rows& rows, int i);
 
