@@ -62,6 +62,8 @@ extern "C" void endAfterFault(int signal) {
         to += length;
     }
     *to = '\0';
+    // Who leaves by a jump may call exit() later.
+    guarding.isReading = false;
     ReadGuard::giveBackErrors();
     guarding.end(guarding.line.data());
 }
