@@ -79,10 +79,21 @@ void CKVR3DWeldLine::Smooth_Variable(double* phi, int nPass) {
     Smoothing(*this).smooth(phi, nPass);
 }
 
+void Smoothing::pack() {
+    if (!m_faces.has_value()) m_faces.emplace(m_record);
+}
+
+void Smoothing::packForSets() {
+    pack();
+    if (!isScattered(m_faces->inner(), extentOf(m_record).slots)) return;
+    m_rows.emplace(m_record, *m_faces);
+    m_faces.reset();
+}
+
 void Smoothing::smooth(double* phi, int nPass) {
     trace(m_record, "calWeldLine: Smooth_Variable\n");
     if (nPass < 1) return;
-    if (!m_faces.has_value()) m_faces.emplace(m_record);
+    pack();
     for (int pass = 1; pass <= nPass; ++pass) smoothOnce(phi);
 }
 
@@ -115,7 +126,15 @@ void Smoothing::smoothTogether(const CellVectors& g, int nPass) {
     for (int component = 1; component <= 3; ++component) {
         trace(m_record, "calWeldLine: Smooth_Variable\n");
     }
-    if (!m_faces.has_value()) m_faces.emplace(m_record);
+    if (!m_rows.has_value() && !m_faces.has_value()) packForSets();
+    if (m_rows.has_value()) {
+        m_rows->smooth(g, nPass);
+    } else {
+        smoothByFaces(g, nPass);
+    }
+}
+
+void Smoothing::smoothByFaces(const CellVectors& g, int nPass) {
     const Extent extent = extentOf(m_record);
     if (m_vectorSums == nullptr) {
         m_vectors = m_memory.zeros<Vec3>(slotsUpTo(extent.slots));

@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "SmoothingFaces.h"
+#include "SmoothingRows.h"
 #include "Vec3.h"
 
 namespace weldline::core {
@@ -17,15 +18,20 @@ class Smoothing {
 
     // The components x, y and z of a gradient set, one after another. Where there is no host object
     // that could see in which order, the three go through each pass together: the faces, most of
-    // what a pass reads, are then read once instead of three times.
+    // what a pass reads, are then read once instead of three times. Where the mesh is scattered, by
+    // rows.
     void smooth(const CellVectors& g, int nPass);
 
   private:
+    void pack();
+    void packForSets();
     void smoothOnce(double* phi) const;
     void smoothTogether(const CellVectors& g, int nPass);
+    void smoothByFaces(const CellVectors& g, int nPass);
 
     CKVR3DWeldLine& m_record;
     std::optional<SmoothingFaces> m_faces;
+    std::optional<SmoothingRows> m_rows;
     ArrayOwner m_memory;
     Vec3* m_vectors = nullptr;     // the set, cell by cell
     Vec3* m_vectorSums = nullptr;  // its sums S

@@ -55,6 +55,8 @@ void expectSameSet(const Calculator& expected, const Calculator& actual) {
 }
 
 TEST(SmoothingTogether, gives_what_the_components_give_one_by_one) {
+    int byRows = 0;
+    int byFaces = 0;
     for (int seed = 0; seed < scenes; ++seed) {
         SCOPED_TRACE(seed);
         Calculator each(seed, false, false);
@@ -63,20 +65,41 @@ TEST(SmoothingTogether, gives_what_the_components_give_one_by_one) {
         Calculator together(seed, false, false);
         core::Smoothing(together.calc).smooth(together.set(), together.passes);
         expectSameSet(each, together);
+        const core::SmoothingFaces faces(each.calc);
+        ++(core::isScattered(faces.inner(), each.host.slots()) ? byRows : byFaces);
         if (::testing::Test::HasFailure()) return;
+    }
+    EXPECT_GT(byRows, 50);
+    EXPECT_GT(byFaces, 50);
+}
+
+// The same object again, with the faces or rows that it has packed and the sums that it has used.
+TEST(SmoothingTogether, serves_one_set_after_another) {
+    for (int seed = 0; seed < 30; ++seed) {
+        SCOPED_TRACE(seed);
+        Calculator twice(seed, false, false);
+        core::Smoothing smoothing(twice.calc);
+        smoothing.smooth(twice.set(), 1);
+        smoothing.smooth(twice.set(), 2);
+        Calculator once(seed, false, false);
+        core::Smoothing(once.calc).smooth(once.set(), 3);
+        expectSameSet(once, twice);
     }
 }
 
-// The same object again, with the faces that it has packed and the sums that it has used.
-TEST(SmoothingTogether, serves_one_set_after_another) {
-    Calculator twice(5, false, false);
-    twice.passes = 3;
-    core::Smoothing smoothing(twice.calc);
-    smoothing.smooth(twice.set(), 1);
-    smoothing.smooth(twice.set(), 2);
-    Calculator once(5, false, false);
-    core::Smoothing(once.calc).smooth(once.set(), 3);
-    expectSameSet(once, twice);
+// Sets first, then one array: the faces that the rows have replaced are packed again.
+TEST(SmoothingTogether, leaves_single_arrays_smoothed_as_ever) {
+    for (int seed = 0; seed < 30; ++seed) {
+        SCOPED_TRACE(seed);
+        Calculator both(seed, false, false);
+        core::Smoothing smoothing(both.calc);
+        smoothing.smooth(both.set(), 2);
+        smoothing.smooth(both.calc.m_pGradX, 1);
+        Calculator each(seed, false, false);
+        core::Smoothing(each.calc).smooth(each.set(), 2);
+        each.calc.Smooth_Variable(each.calc.m_pGradX, 1);
+        expectSameSet(each, both);
+    }
 }
 
 // With an exchange, each array goes through all of its passes before the next one.
