@@ -3,6 +3,7 @@
 
 #include "SmoothingRows.h"
 
+#include <cstdint>
 #include <cstdlib>
 #include <utility>
 
@@ -45,9 +46,9 @@ Rows<int> neighboursOfSlots(const SmoothingFaces& faces, int slots) {
 // Numbers by chance are a third of the slots apart in the mean, those of neighbouring layers a
 // small part of a layer.
 bool isScattered(const SmoothedInnerFaces& faces, int slots) {
-    double apart = 0.0;
+    std::int64_t apart = 0;
     for (std::size_t i = 0; i < faces.count; ++i) apart += std::abs(faces.a[i] - faces.b[i]);
-    return apart > static_cast<double>(faces.count) * slots / 8.0;
+    return apart > static_cast<std::int64_t>(faces.count) * slots / 8;
 }
 
 SmoothingRows::SmoothingRows(CKVR3DWeldLine& record, const SmoothingFaces& faces)
@@ -85,8 +86,9 @@ void SmoothingRows::placeTerms(const SmoothingFaces& faces, const int* placeOf) 
 
 void SmoothingRows::placeCopies(const BoundaryGroup& faces, const int* placeOf) {
     for (int i = 1; i <= faces.count; ++i) {
-        if (!m_extent.holds(faces.cell[i], faces.slot[i])) continue;
-        m_copies.push_back({placeOf[faces.slot[i]], placeOf[faces.cell[i]]});
+        const int slot = faces.slot[i];
+        const int cell = faces.cell[i];
+        if (m_extent.holds(cell, slot)) m_copies.push_back({placeOf[slot], placeOf[cell]});
     }
 }
 

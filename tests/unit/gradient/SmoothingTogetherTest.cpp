@@ -13,6 +13,7 @@ namespace weldline::test {
 namespace {
 
 constexpr int scenes = 300;
+constexpr double entryZero = 7.0;  // of every array: nobody's slot
 
 // A calculator on a random scene, the same for the same seed.
 struct Calculator {
@@ -28,9 +29,12 @@ struct Calculator {
             calc.m_pVariableOrg[c] = dice.below(3) == 0 ? dice.value() : 1.0;
             calc.m_pZeroGradFlag[c] = dice.below(8) == 0 ? 1 : 0;
         }
-        for (double* component : {calc.m_pGradX, calc.m_pGradY, calc.m_pGradZ})
+        for (double* component : {calc.m_pGradX, calc.m_pGradY, calc.m_pGradZ}) {
+            component[0] = entryZero;
             for (int c = 1; c <= host.slots(); ++c)
                 component[c] = seed % 4 == 3 ? dice.wildValue() : dice.value();
+        }
+        calc.m_pWork1Y[0] = entryZero;
     }
 
     core::CellVectors set() const { return {calc.m_pGradX, calc.m_pGradY, calc.m_pGradZ}; }
@@ -52,6 +56,9 @@ void expectSameSet(const Calculator& expected, const Calculator& actual) {
     EXPECT_TRUE(sameSlots(copy(expected.calc.m_pGradZ, slots), actual.calc.m_pGradZ));
     EXPECT_TRUE(sameSlots(copy(expected.calc.m_pWork1Y, slots), actual.calc.m_pWork1Y));
     EXPECT_TRUE(sameSlots(copy(expected.calc.m_pWork1Z, slots), actual.calc.m_pWork1Z));
+    for (const double* array :
+         {actual.calc.m_pGradX, actual.calc.m_pGradY, actual.calc.m_pGradZ, actual.calc.m_pWork1Y})
+        EXPECT_EQ(array[0], entryZero);
 }
 
 TEST(SmoothingTogether, gives_what_the_components_give_one_by_one) {
