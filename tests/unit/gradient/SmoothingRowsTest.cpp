@@ -152,6 +152,22 @@ TEST_F(RowSmoothing, slots_without_faces_become_zero) {
     EXPECT_EQ(calc.m_pGradX[1], 1.0);
 }
 
+// The wall slot of cell 1 is a symmetry slot of cell 2, too, whose face has no area.
+TEST_F(RowSmoothing, keeps_the_symmetry_copy_where_a_wall_has_the_same_slot) {
+    put(calc.m_pGradX, {8, 12, 4, 5, 7});
+    std::vector<int> cells{0, 2};
+    std::vector<int> slots{0, wall};
+    std::vector<double> area(2, 0.0);
+    calc.m_nSymmFace = 1;
+    calc.m_pSymmFaceCV = cells.data();
+    calc.m_pSymmFaceBnd = slots.data();
+    calc.m_pSymmFaceSx = calc.m_pSymmFaceSy = calc.m_pSymmFaceSz = area.data();
+    smooth(1);
+    EXPECT_EQ(calc.m_pGradX[1], 8.25);
+    EXPECT_EQ(calc.m_pGradX[2], 10.0);
+    EXPECT_EQ(calc.m_pGradX[wall], 10.0);
+}
+
 // Cell 1 has the terms big, 0.75 * 1 * 2 = 1.5 and -big, in this order: big + 1.5 is rounded to the
 // number after big, two away.
 TEST_F(RowSmoothing, keeps_the_order_of_the_faces_in_each_sum) {

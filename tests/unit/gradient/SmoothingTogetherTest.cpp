@@ -1,3 +1,4 @@
+#include <limits>
 #include <memory>
 
 #include "RandomScene.h"
@@ -13,7 +14,10 @@ namespace weldline::test {
 namespace {
 
 constexpr int scenes = 300;
-constexpr double entryZero = 7.0;  // of every array: nobody's slot
+// Entry 0 of every array is nobody's slot: it is not written, and not read, which would leave a
+// trace of the infinite one.
+constexpr double unwritten = 7.0;
+constexpr double unread = std::numeric_limits<double>::infinity();
 
 // A calculator on a random scene, the same for the same seed.
 struct Calculator {
@@ -30,11 +34,11 @@ struct Calculator {
             calc.m_pZeroGradFlag[c] = dice.below(8) == 0 ? 1 : 0;
         }
         for (double* component : {calc.m_pGradX, calc.m_pGradY, calc.m_pGradZ}) {
-            component[0] = entryZero;
+            component[0] = unread;
             for (int c = 1; c <= host.slots(); ++c)
                 component[c] = seed % 4 == 3 ? dice.wildValue() : dice.value();
         }
-        calc.m_pWork1Y[0] = entryZero;
+        calc.m_pWork1Y[0] = unwritten;
     }
 
     core::CellVectors set() const { return {calc.m_pGradX, calc.m_pGradY, calc.m_pGradZ}; }
@@ -56,9 +60,12 @@ void expectSameSet(const Calculator& expected, const Calculator& actual) {
     EXPECT_TRUE(sameSlots(copy(expected.calc.m_pGradZ, slots), actual.calc.m_pGradZ));
     EXPECT_TRUE(sameSlots(copy(expected.calc.m_pWork1Y, slots), actual.calc.m_pWork1Y));
     EXPECT_TRUE(sameSlots(copy(expected.calc.m_pWork1Z, slots), actual.calc.m_pWork1Z));
-    for (const double* array :
-         {actual.calc.m_pGradX, actual.calc.m_pGradY, actual.calc.m_pGradZ, actual.calc.m_pWork1Y})
-        EXPECT_EQ(array[0], entryZero);
+    for (const Calculator* each : {&expected, &actual}) {
+        for (const double* component :
+             {each->calc.m_pGradX, each->calc.m_pGradY, each->calc.m_pGradZ})
+            EXPECT_EQ(component[0], unread);
+        EXPECT_EQ(each->calc.m_pWork1Y[0], unwritten);
+    }
 }
 
 TEST(SmoothingTogether, gives_what_the_components_give_one_by_one) {
