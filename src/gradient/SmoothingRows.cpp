@@ -43,8 +43,8 @@ Rows<int> neighboursOfSlots(const SmoothingFaces& faces, int slots) {
 
 }  // namespace
 
-// Numbers by chance are a third of the slots apart in the mean, those of neighbouring layers a
-// small part of a layer.
+// Two numbers by chance are a third of the slots apart in the mean. Numbered layer by layer, the
+// cells of a face are apart by one layer at most, by a third of one in the mean.
 bool isScattered(const SmoothedInnerFaces& faces, int slots) {
     std::int64_t apart = 0;
     for (std::size_t i = 0; i < faces.count; ++i) apart += std::abs(faces.a[i] - faces.b[i]);

@@ -1,7 +1,10 @@
 #include "gradient/SmoothingRows.h"
 
+#include <cmath>
 #include <limits>
-#include <numeric>
+#include <string>
+#include <utility>
+#include <vector>
 
 #include "NumericsTest.h"
 #include "RandomScene.h"
@@ -15,7 +18,6 @@ namespace {
 using core::breadthFirst;
 using core::isScattered;
 using core::Rows;
-using core::SmoothedInnerFaces;
 
 TEST(Rows, keep_the_order_in_which_their_values_came) {
     Rows<char> rows(3);
