@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "AskFor.h"
 #include "CKVR3DWeldLine.h"
 #include "CPartitionFace_DLL.h"
 #include "Vec3.h"
@@ -38,15 +39,8 @@ struct InnerFaces {
     // processor from fetching the next ones by itself, so a later one is asked for already.
     const double* next(int face) const {
         constexpr int kAhead = 16;
-        askFor(record[std::min(face + kAhead, count)]);
+        askFor(record[std::min(face + kAhead, count)] + 4);
         return record[face];
-    }
-
-  private:
-    static void askFor([[maybe_unused]] const double* face) {
-#if defined(__GNUC__)
-        __builtin_prefetch(face + 4);
-#endif
     }
 };
 
