@@ -1,7 +1,11 @@
-// The process's `new`, with large pages under large arrays: at one fault per 4 KiB the first touch
+// The process's memory, with large pages under large arrays: at one fault per 4 KiB the first touch
 // of all arrays of a run takes longer than most of its steps. The system may lack large pages;
 // everything is the same then, but slower.
+//
+// `new` is replaced for the whole process, `calloc` for what is linked into the program, the
+// library with its zero-filled arrays among it (-Wl,--wrap=calloc).
 
+#include <malloc.h>
 #include <sys/mman.h>
 #include <unistd.h>
 
@@ -11,10 +15,19 @@
 
 namespace {
 
-constexpr std::size_t kLarge = std::size_t{1} << 22U;
+constexpr int kLarge = 1 << 22;
+
+// A large array gets a mapping of its own, which is new memory, and is given back when it is freed.
+// Otherwise malloc raises its limit at the first such array that is freed, and those that follow
+// lie in its heap on the small pages of others.
+[[gnu::constructor]] void mapLargeArrays() {
+    ::mallopt(M_MMAP_THRESHOLD, kLarge);
+    ::mallopt(M_TRIM_THRESHOLD, 2 * kLarge);
+}
 
 // A hint; its failure changes nothing. The array begins with the next whole page.
 void askForLargePages(void* array, std::size_t size) {
+    if (size < kLarge) return;
     const auto page = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
     const std::size_t skipped = page - reinterpret_cast<std::uintptr_t>(array) % page;
     ::madvise(static_cast<char*>(array) + skipped, (size - skipped) / page * page, MADV_HUGEPAGE);
@@ -22,10 +35,18 @@ void askForLargePages(void* array, std::size_t size) {
 
 }  // namespace
 
+extern "C" void* __real_calloc(std::size_t count, std::size_t size);
+
+extern "C" void* __wrap_calloc(std::size_t count, std::size_t size) {
+    void* memory = __real_calloc(count, size);
+    if (memory != nullptr) askForLargePages(memory, count * size);
+    return memory;
+}
+
 void* operator new(std::size_t size) {
     for (;;) {
         if (void* memory = std::malloc(size == 0 ? 1 : size)) {
-            if (size >= kLarge) askForLargePages(memory, size);
+            askForLargePages(memory, size);
             return memory;
         }
         const std::new_handler handler = std::get_new_handler();
