@@ -77,9 +77,9 @@ double peakMegabytes() {
 
 // Takes and gives back the memory of a run. On a virtual machine the first touch of memory that has
 // been idle for seconds waits for the machine below, longer than the run itself takes.
-void wakeMemory(double cells) {
-    constexpr double kBytesPerCell = 1300.0;
-    std::vector<char> memory(static_cast<std::size_t>(cells * kBytesPerCell));
+void wakeMemory(std::size_t cells) {
+    constexpr std::size_t kBytesPerCell = 1000;
+    std::vector<char> memory(cells * kBytesPerCell);
     volatile char* bytes = memory.data();
     for (std::size_t i = 0; i < memory.size(); i += 4096) bytes[i] = 1;
 }
@@ -105,13 +105,14 @@ void calculate(TimedRanks& ranks, const MeshPart& part, Steps& steps) {
 
 void studyRun(Ranks& plain, double cells, bool byMetis) {
     TimedRanks ranks(plain);
-    wakeMemory(cells / ranks.size());
     Steps steps(ranks);
     const std::array<int, 3> counts = blockCounts(cells);
     const MeshPart part = byMetis
                               ? partByMetis(ranks, counts, steps)
                               : blockPart(counts, boxOfRank(counts, ranks.rank(), ranks.size()));
     if (!byMetis) steps.end("make");
+    wakeMemory(part.cellNumber.size());
+    steps.end("wake");
     steps.restartCpu();
     calculate(ranks, part, steps);
 
