@@ -1,4 +1,5 @@
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <cstdio>
 #include <filesystem>
@@ -62,8 +63,8 @@ MeshPart partByMetis(Ranks& ranks, const std::array<int, 3>& counts, Steps& step
     return part;
 }
 
-std::string writeControlFile(int rank) {
-    const std::string name = "weldline-scaling-" + std::to_string(rank) + ".cmp";
+std::string writeControlFile() {
+    const std::string name = "weldline-scaling-" + std::to_string(::getpid()) + ".cmp";
     const std::string path = (std::filesystem::temp_directory_path() / name).string();
     std::ofstream(path) << "[WeldLinePlotCtrl]\n[/WeldLinePlotCtrl]\n";
     return path;
@@ -93,7 +94,7 @@ void calculate(TimedRanks& ranks, const MeshPart& part, Steps& steps) {
     const auto& field = part.cellFields[0];
     const RankPart own{ranks, interface, part.nodeNumber};
     HostOptions options;
-    options.controlFile = writeControlFile(ranks.rank());
+    options.controlFile = writeControlFile();
     HostModel model(mesh, groups, {field.begin(), field.end()}, options, own);
     steps.end("bind");
     runWeldLine(model, own);

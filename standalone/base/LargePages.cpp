@@ -2,8 +2,8 @@
 // of all arrays of a run takes longer than most of its steps. The system may lack large pages;
 // everything is the same then, but slower.
 //
-// `new` is replaced for the whole process, `calloc` for what is linked into the program, the
-// library with its zero-filled arrays among it (-Wl,--wrap=calloc).
+// `new` is replaced for the whole process, `calloc` for the objects that the program is linked of,
+// those of the library with its zero-filled arrays among them (-Wl,--wrap=calloc).
 
 #include <malloc.h>
 #include <sys/mman.h>
@@ -19,10 +19,10 @@ constexpr int kLarge = 1 << 22;
 
 // A large array gets a mapping of its own, which is new memory, and is given back when it is freed.
 // Otherwise malloc raises its limit at the first such array that is freed, and those that follow
-// lie in its heap on the small pages of others.
+// lie in its heap on the small pages of others. As little of the heap's end is kept as may be.
 [[gnu::constructor]] void mapLargeArrays() {
     ::mallopt(M_MMAP_THRESHOLD, kLarge);
-    ::mallopt(M_TRIM_THRESHOLD, 2 * kLarge);
+    ::mallopt(M_TRIM_THRESHOLD, kLarge / 2);
 }
 
 // A hint; its failure changes nothing. The array begins with the next whole page.
@@ -35,10 +35,12 @@ void askForLargePages(void* array, std::size_t size) {
 
 }  // namespace
 
-extern "C" void* __real_calloc(std::size_t count, std::size_t size);
+// The linker leads the program's calls of calloc to the second of these, and the first to calloc.
+extern "C" void* callocItself(std::size_t count, std::size_t size) asm("__real_calloc");
+extern "C" void* callocOfTheProgram(std::size_t count, std::size_t size) asm("__wrap_calloc");
 
-extern "C" void* __wrap_calloc(std::size_t count, std::size_t size) {
-    void* memory = __real_calloc(count, size);
+void* callocOfTheProgram(std::size_t count, std::size_t size) {
+    void* memory = callocItself(count, size);
     if (memory != nullptr) askForLargePages(memory, count * size);
     return memory;
 }

@@ -1,13 +1,14 @@
 #include <gtest/gtest.h>
+#include <sys/mman.h>
 
 #include <algorithm>
 #include <cstdint>
 #include <cstdlib>
-#include <filesystem>
 #include <fstream>
 #include <memory>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -47,9 +48,12 @@ bool isAskedFor(const char* array, std::size_t size) {
     return mappingOf(array + size / 2).flags.find(" hg ") != std::string::npos;
 }
 
-// A system without large pages knows no such flag.
+// A system without large pages refuses the question.
 bool systemHasLargePages() {
-    return std::filesystem::exists("/sys/kernel/mm/transparent_hugepage");
+    void* probe = ::mmap(nullptr, kLarge, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    const bool hasThem = ::madvise(probe, kLarge, MADV_HUGEPAGE) == 0;
+    ::munmap(probe, kLarge);
+    return hasThem;
 }
 
 struct Free {
@@ -77,17 +81,32 @@ TEST(LargePages, are_not_asked_for_under_small_arrays) {
 }
 
 TEST(LargePages, a_large_array_stays_out_of_the_heap_after_another_is_freed) {
-    zeros(kLarge).reset();
-    const auto array = zeros(kLarge);
+    auto array = zeros(kLarge);
+    ASSERT_EQ(mappingOf(array.get() + kLarge / 2).name, "");
+    array.reset();
+    array = zeros(kLarge);
     EXPECT_EQ(mappingOf(array.get() + kLarge / 2).name, "");
     const auto small = zeros(kSmall);
     EXPECT_EQ(mappingOf(small.get()).name, "[heap]");
 }
 
-TEST(LargePages, zeros_beyond_all_memory_are_refused) {
+TEST(LargePages, the_end_of_the_heap_is_not_kept_for_large_arrays) {
+    constexpr std::size_t kJustLarge = 9U << 19U;  // 4.5 MB, an array of a rank with 500,000 cells
+    std::vector<std::unique_ptr<char, Free>> small;
+    for (int i = 0; i < 7; ++i) small.push_back(zeros(kSmall));
+    ASSERT_EQ(mappingOf(small.back().get()).name, "[heap]");
+    small.clear();
+    const auto array = zeros(kJustLarge);
+    EXPECT_EQ(mappingOf(array.get() + kJustLarge / 2).name, "");
+    EXPECT_EQ(isAskedFor(array.get(), kJustLarge), systemHasLargePages());
+}
+
+TEST(LargePages, zeros_beyond_all_memory_are_refused_and_nothing_is_asked_for) {
+    const auto small = zeros(kSmall);
     volatile std::size_t count = SIZE_MAX / 2;
     EXPECT_EQ(std::calloc(count, 4), nullptr);
     EXPECT_EQ(std::calloc(count, 1), nullptr);
+    EXPECT_FALSE(isAskedFor(small.get(), kSmall));
 }
 
 }  // namespace
